@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+namespace ivr {
+
+// The folder the program lives in, where everything it ships with lies
+// (the call-log database, the help, the beep, the runner). Tests point it
+// at a folder of their own so that they can run side by side.
+class AppFolder
+{
+public:
+    static QString path();
+    // Joins a name such as "CallLog.db" or "Greeting/beep.wav" to the folder.
+    static QString file(const QString &relative);
+    static void setOverride(const QString &folder);
+    static void clearOverride();
+};
+
+} // namespace ivr
