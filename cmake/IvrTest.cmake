@@ -9,3 +9,10 @@ function(ivr_add_test name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.multimedia*=false"
         TIMEOUT 300)
 endfunction()
+
+# ivr_add_bench(<name> <libraries...>): bench/<folder>/<name>.cpp into build/bench/.
+function(ivr_add_bench name)
+    qt_add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE ${ARGN})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bench")
+endfunction()
