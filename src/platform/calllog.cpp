@@ -1,0 +1,113 @@
+#include "calllog.h"
+
+#include "appfolder.h"
+#include "ivrerror.h"
+
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace ivr {
+
+namespace {
+const char kConnection[] = "CallLogConnection";
+
+QString failure(const QString &what, const QSqlError &error)
+{
+    return QStringLiteral("The call log \"%1\" %2: %3")
+            .arg(CallLog::path(), what, error.text().trimmed());
+}
+} // namespace
+
+QString CallLog::path()
+{
+    return AppFolder::file(QStringLiteral("CallLog.db"));
+}
+
+QSqlDatabase CallLog::CallLogConnection()
+{
+    if (QSqlDatabase::contains(kConnection))
+        return QSqlDatabase::database(kConnection, false);
+    return QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), kConnection);
+}
+
+bool CallLog::OpenCallLog()
+{
+    QSqlDatabase db = CallLogConnection();
+    if (db.isOpen())
+        return true;
+    // Qt's SQLite driver would quietly make an empty file; the database is
+    // part of the installation, so a missing one is a failure.
+    if (!QFileInfo(path()).isFile())
+        return false;
+    db.setDatabaseName(path());
+    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY=0"));
+    return db.open();
+}
+
+void CallLog::CloseCallLog()
+{
+    QSqlDatabase db = CallLogConnection();
+    if (db.isOpen())
+        db.close();
+}
+
+bool CallLog::readShowRegForm()
+{
+    OpenCallLog();
+    QSqlDatabase db = CallLogConnection();
+    if (!db.isOpen()) {
+        const QString reason = QFileInfo(path()).isFile()
+                ? db.lastError().text().trimmed()
+                : QStringLiteral("The file does not exist.");
+        throw IvrError(QStringLiteral("The call log \"%1\" cannot be opened: %2").arg(path(), reason));
+    }
+    bool flag = false;
+    {
+        QSqlQuery query(db);
+        if (!query.exec(QStringLiteral("select show_reg_form from flags"))) {
+            const QString message = failure(QStringLiteral("cannot be read"), query.lastError());
+            query.finish();
+            CloseCallLog();
+            throw IvrError(message);
+        }
+        if (query.next())
+            flag = query.value(0).toInt() != 0;
+    }
+    CloseCallLog();
+    return flag;
+}
+
+void CallLog::writeShowRegForm(bool value)
+{
+    OpenCallLog();
+    QSqlDatabase db = CallLogConnection();
+    if (!db.isOpen())
+        throw IvrError(QStringLiteral("The call log \"%1\" cannot be opened.").arg(path()));
+    QString message;
+    {
+        QSqlQuery query(db);
+        bool ok = query.exec(QStringLiteral("select rowid from flags limit 1"));
+        if (ok) {
+            if (query.next()) {
+                const qint64 rowid = query.value(0).toLongLong();
+                query.finish();
+                query.prepare(QStringLiteral("update flags set show_reg_form = ? where rowid = ?"));
+                query.addBindValue(value ? 1 : 0);
+                query.addBindValue(rowid);
+            } else {
+                query.finish();
+                query.prepare(QStringLiteral("insert into flags (show_reg_form) values (?)"));
+                query.addBindValue(value ? 1 : 0);
+            }
+            ok = query.exec();
+        }
+        if (!ok)
+            message = failure(QStringLiteral("cannot be written"), query.lastError());
+    }
+    CloseCallLog();
+    if (!message.isEmpty())
+        throw IvrError(message);
+}
+
+} // namespace ivr
