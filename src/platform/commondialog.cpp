@@ -49,13 +49,12 @@ QStringList CommonDialog::nameFilters() const
         if (patterns == QLatin1String("*"))
             hasAll = true;
         // "Wav Files (*.wav)" already names its patterns; QFileDialog reads
-        // the last bracket, so it is given once only.
+        // the last bracket, so the patterns are given once, in Qt's form.
         static const QRegularExpression trailingBracket(QStringLiteral("\\(([^()]*)\\)$"));
         const auto match = trailingBracket.match(description);
-        if (match.hasMatch() && qtPatterns(match.captured(1)) == patterns)
-            filters << description;
-        else
-            filters << QStringLiteral("%1 (%2)").arg(description, patterns);
+        const QString name = match.hasMatch() ? description.left(match.capturedStart()).trimmed()
+                                              : description;
+        filters << QStringLiteral("%1 (%2)").arg(name, patterns);
     }
     if (!filters.isEmpty() && !hasAll)
         filters << QStringLiteral("All Files (*)");
