@@ -1,0 +1,184 @@
+#include "scriptfile.h"
+
+#include "definitionkeys.h"
+#include "msgbox.h"
+#include "scriptfilereader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+namespace ivr {
+
+namespace {
+
+// Far above any script a person draws (10,000 modules take a few MB), low
+// enough that a stray huge file is refused before it is read into memory.
+constexpr qint64 MaxScriptFileSize = qint64(128) * 1024 * 1024;
+
+void reportLoadFailure(const QString &path, const QString &reason)
+{
+    MsgBox::critical(QStringLiteral("The script \"%1\" could not be opened: %2.")
+                             .arg(QDir::toNativeSeparators(path), reason));
+}
+
+void reportSaveFailure(const QString &path, const QString &reason)
+{
+    MsgBox::critical(QStringLiteral("The script \"%1\" could not be saved: %2.")
+                             .arg(QDir::toNativeSeparators(path), reason));
+}
+
+QJsonArray textArray(const QStringList &texts)
+{
+    QJsonArray array;
+    for (const QString &text : texts)
+        array.append(text);
+    return array;
+}
+
+QJsonObject definitionToJson(const ModuleData &module)
+{
+    const Definition &d = module.definition();
+    QJsonObject stored = d.storedValues();
+    if (module.ModuleType() == 98) {
+        QStringList numbers, months;
+        for (int i = 0; i < Definition::FileNameSlots; ++i)
+            numbers << d.FileName(i);
+        for (int i = 0; i < Definition::MonthFileSlots; ++i)
+            months << d.MonthFile(i);
+        const QStringList scripts = d.scriptNames();
+        stored.insert(u"FileName", textArray(numbers));
+        stored.insert(u"MonthFile", textArray(months));
+        stored.insert(u"BeepFileName", d.BeepFileName());
+        stored.insert(u"ScriptName", textArray(scripts));
+        stored.insert(u"ScriptCount", qint64(scripts.size()));
+        return stored;
+    }
+    // Every canvas module carries its place and look, set or not, so that a
+    // reader of the file finds them on each one.
+    if (!stored.contains(u"Description"))
+        stored.insert(u"Description", QString());
+    if (!stored.contains(u"Left"))
+        stored.insert(u"Left", 0.0);
+    if (!stored.contains(u"Top"))
+        stored.insert(u"Top", 0.0);
+    if (!stored.contains(u"Compact"))
+        stored.insert(u"Compact", false);
+    return stored;
+}
+
+QByteArray serialise(const ModuleList &list)
+{
+    QJsonArray modules;
+    for (const ModuleDataPtr &module : list) {
+        QJsonObject entry;
+        entry.insert(u"name", module->Name());
+        entry.insert(u"type", module->ModuleType());
+        entry.insert(u"definition", definitionToJson(*module));
+        modules.append(entry);
+    }
+    QJsonObject root;
+    root.insert(u"format", ScriptFileReader::formatName());
+    root.insert(u"version", ScriptFileReader::FormatVersion);
+    root.insert(u"modules", modules);
+    return QJsonDocument(root).toJson(QJsonDocument::Indented);
+}
+
+// Why a file can't be made at that path, in words, before trying: the
+// system's own "No such file or directory" says neither which folder is
+// missing nor that a file stands where a folder should be.
+QString placeProblem(const QString &path)
+{
+    if (path.isEmpty())
+        return QStringLiteral("no file name was given");
+    const QFileInfo target(path);
+    if (target.isDir())
+        return QStringLiteral("a folder of that name is in the way");
+    const QFileInfo folder(target.absolutePath());
+    if (!folder.exists())
+        return QStringLiteral("the folder \"%1\" does not exist")
+                .arg(QDir::toNativeSeparators(folder.filePath()));
+    if (!folder.isDir())
+        return QStringLiteral("\"%1\" is a file, not a folder")
+                .arg(QDir::toNativeSeparators(folder.filePath()));
+    return {};
+}
+
+} // namespace
+
+std::optional<ModuleList> ScriptFile::Load(const QString &path)
+{
+    const QFileInfo info(path);
+    if (path.isEmpty() || !info.exists()) {
+        reportLoadFailure(path, QStringLiteral("the file does not exist"));
+        return std::nullopt;
+    }
+    if (info.isDir()) {
+        reportLoadFailure(path, QStringLiteral("it is a folder, not a file"));
+        return std::nullopt;
+    }
+    if (info.size() > MaxScriptFileSize) {
+        reportLoadFailure(path,
+                          QStringLiteral("the file is too large to be a script (%1 bytes)")
+                                  .arg(info.size()));
+        return std::nullopt;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        reportLoadFailure(path, file.errorString());
+        return std::nullopt;
+    }
+    const QByteArray data = file.read(MaxScriptFileSize + 1);
+    if (file.error() != QFileDevice::NoError) {
+        reportLoadFailure(path, file.errorString());
+        return std::nullopt;
+    }
+    if (data.size() > MaxScriptFileSize) {
+        reportLoadFailure(path, QStringLiteral("the file is too large to be a script"));
+        return std::nullopt;
+    }
+    ScriptFileReader reader;
+    std::optional<ModuleList> list = reader.read(data);
+    if (!list)
+        reportLoadFailure(path, reader.error());
+    return list;
+}
+
+void ScriptFile::Save(const QString &path, const ModuleList &list, bool &Ok)
+{
+    Ok = false;
+    const QString problem = placeProblem(path);
+    if (!problem.isEmpty()) {
+        reportSaveFailure(path, problem);
+        return;
+    }
+    const QByteArray data = serialise(list);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        reportSaveFailure(path, file.errorString());
+        return;
+    }
+    // QSaveFile would commit a file cut short by a full disk: each step is
+    // checked, and a short one throws the new file away.
+    if (file.write(data) != data.size() || !file.flush()
+        || file.error() != QFileDevice::NoError) {
+        const QString reason = file.errorString();
+        file.cancelWriting();
+        reportSaveFailure(path,
+                          QStringLiteral("the file could not be written in full, the disk may "
+                                         "be full (%1)")
+                                  .arg(reason));
+        return;
+    }
+    if (!file.commit()) {
+        reportSaveFailure(path, file.errorString());
+        return;
+    }
+    Ok = true;
+}
+
+} // namespace ivr

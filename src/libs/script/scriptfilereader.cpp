@@ -1,0 +1,239 @@
+#include "scriptfilereader.h"
+
+#include "definitionkeys.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+#include <cmath>
+#include <limits>
+
+namespace ivr {
+
+namespace {
+
+constexpr int MaxScripts = std::numeric_limits<qint16>::max();
+
+bool isWholeNumberIn(const QJsonValue &value, double low, double high)
+{
+    if (!value.isDouble())
+        return false;
+    const double v = value.toDouble();
+    return std::isfinite(v) && v == std::floor(v) && v >= low && v <= high;
+}
+
+bool isKnownModuleType(double type)
+{
+    return (type >= 0 && type <= 13) || type == 98;
+}
+
+} // namespace
+
+bool ScriptFileReader::fail(const QString &error)
+{
+    m_error = error;
+    return false;
+}
+
+std::optional<ModuleList> ScriptFileReader::read(const QByteArray &data)
+{
+    m_error.clear();
+    if (data.trimmed().isEmpty()) {
+        fail(QStringLiteral("the file is empty"));
+        return std::nullopt;
+    }
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(data, &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        fail(QStringLiteral("it is not a script file (it is not JSON: %1 at byte %2)")
+                     .arg(parseError.errorString())
+                     .arg(parseError.offset));
+        return std::nullopt;
+    }
+    if (!document.isObject()) {
+        fail(QStringLiteral("it is not a script file (its top level is not a JSON object)"));
+        return std::nullopt;
+    }
+    const QJsonObject root = document.object();
+    if (root.value(u"format") != QJsonValue(formatName())) {
+        fail(QStringLiteral("it is not a script file (its \"format\" is not \"%1\")")
+                     .arg(formatName()));
+        return std::nullopt;
+    }
+    const QJsonValue version = root.value(u"version");
+    if (!isWholeNumberIn(version, 1, std::numeric_limits<qint32>::max())) {
+        fail(QStringLiteral("its \"version\" is missing or is not a whole number of 1 or more"));
+        return std::nullopt;
+    }
+    if (version.toDouble() > FormatVersion) {
+        fail(QStringLiteral("it was written by a newer version of the program (file version "
+                            "%1; this version reads files up to version %2)")
+                     .arg(version.toInteger())
+                     .arg(FormatVersion));
+        return std::nullopt;
+    }
+    const QJsonValue modules = root.value(u"modules");
+    if (!modules.isArray()) {
+        fail(QStringLiteral("its \"modules\" are missing or are not a list"));
+        return std::nullopt;
+    }
+    ModuleList list;
+    const QJsonArray entries = modules.toArray();
+    int number = 0;
+    for (const QJsonValue &entry : entries) {
+        ModuleDataPtr module = readModule(++number, entry);
+        if (!module)
+            return std::nullopt;
+        list.Add(std::move(module));
+    }
+    return list;
+}
+
+ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
+{
+    if (!entry.isObject()) {
+        fail(QStringLiteral("module %1 is not a JSON object").arg(number));
+        return {};
+    }
+    const QJsonObject object = entry.toObject();
+    const QJsonValue name = object.value(u"name");
+    if (!name.isString()) {
+        fail(QStringLiteral("module %1 has no name, or its name is not a text").arg(number));
+        return {};
+    }
+    const QString where = QStringLiteral("module %1 (\"%2\")").arg(number).arg(name.toString());
+    const QJsonValue type = object.value(u"type");
+    if (!isWholeNumberIn(type, 0, 98) || !isKnownModuleType(type.toDouble())) {
+        fail(QStringLiteral("%1 has no module type this program knows (\"type\" must be a whole "
+                            "number from 0 to 13, or 98)")
+                     .arg(where));
+        return {};
+    }
+    const QJsonValue definitionValue = object.value(u"definition");
+    if (!definitionValue.isUndefined() && !definitionValue.isObject()) {
+        fail(QStringLiteral("the \"definition\" of %1 is not a JSON object").arg(where));
+        return {};
+    }
+    QJsonObject stored = definitionValue.toObject();
+
+    auto module = std::make_shared<ModuleData>();
+    module->setModuleType(int(type.toInteger()));
+    module->setName(QLatin1Char('[') + name.toString() + QLatin1Char(']'));
+    Definition &d = module->definition();
+    const bool common = module->ModuleType() == 98;
+    if (common && !readCommonMembers(where, stored, d))
+        return {};
+    for (auto it = stored.constBegin(); it != stored.constEnd(); ++it) {
+        if (!checkKnownKey(where, it.key(), it.value()))
+            return {};
+    }
+    d.setStoredValues(stored);
+    return module;
+}
+
+bool ScriptFileReader::checkKnownKey(const QString &where,
+                                     const QString &key,
+                                     const QJsonValue &value)
+{
+    const auto kind = DefinitionKeys::kindOf(key);
+    if (!kind)
+        return true;
+    switch (*kind) {
+    case DefinitionKeys::Kind::Text:
+        if (!value.isString())
+            return fail(QStringLiteral("\"%1\" of %2 must be a text").arg(key, where));
+        return true;
+    case DefinitionKeys::Kind::Flag:
+        if (!value.isBool())
+            return fail(QStringLiteral("\"%1\" of %2 must be true or false").arg(key, where));
+        return true;
+    case DefinitionKeys::Kind::Number:
+        if (!value.isDouble() || !std::isfinite(value.toDouble()))
+            return fail(QStringLiteral("\"%1\" of %2 must be a number").arg(key, where));
+        return true;
+    case DefinitionKeys::Kind::Int32:
+        if (!isWholeNumberIn(value,
+                             std::numeric_limits<qint32>::min(),
+                             std::numeric_limits<qint32>::max()))
+            return fail(
+                    QStringLiteral("\"%1\" of %2 must be a whole number that fits in 32 bits")
+                            .arg(key, where));
+        return true;
+    case DefinitionKeys::Kind::Float:
+        if (!value.isDouble() || !std::isfinite(value.toDouble())
+            || std::fabs(value.toDouble()) > double(std::numeric_limits<float>::max()))
+            return fail(QStringLiteral("\"%1\" of %2 must be a position in twips that fits in a "
+                                       "32-bit float")
+                                .arg(key, where));
+        return true;
+    }
+    return true;
+}
+
+bool ScriptFileReader::readSlots(const QString &where,
+                                 const QString &key,
+                                 const QJsonValue &value,
+                                 int slotCount,
+                                 const std::function<void(int, const QString &)> &store)
+{
+    if (value.isUndefined())
+        return true;
+    const QJsonArray array = value.toArray();
+    if (!value.isArray() || array.size() != slotCount)
+        return fail(QStringLiteral("\"%1\" of %2 must be a list of %3 texts")
+                            .arg(key, where, QString::number(slotCount)));
+    for (int i = 0; i < slotCount; ++i) {
+        const QJsonValue slot = array.at(i);
+        if (!slot.isString())
+            return fail(QStringLiteral("\"%1\" of %2 must be a list of %3 texts")
+                                .arg(key, where, QString::number(slotCount)));
+        store(i, slot.toString());
+    }
+    return true;
+}
+
+// The CommonModule's direct members come out of the stored keys: what stays
+// there are the Properties entries (and keys of newer versions).
+bool ScriptFileReader::readCommonMembers(const QString &where, QJsonObject &stored, Definition &d)
+{
+    if (!readSlots(where,
+                   QStringLiteral("FileName"),
+                   stored.value(u"FileName"),
+                   Definition::FileNameSlots,
+                   [&d](int i, const QString &path) { d.setFileName(i, path); }))
+        return false;
+    if (!readSlots(where,
+                   QStringLiteral("MonthFile"),
+                   stored.value(u"MonthFile"),
+                   Definition::MonthFileSlots,
+                   [&d](int i, const QString &path) { d.setMonthFile(i, path); }))
+        return false;
+    const QJsonValue beep = stored.value(u"BeepFileName");
+    if (!beep.isUndefined() && !beep.isString())
+        return fail(QStringLiteral("\"BeepFileName\" of %1 must be a text").arg(where));
+    d.setBeepFileName(beep.toString());
+
+    const QJsonValue count = stored.value(u"ScriptCount");
+    if (!count.isUndefined() && !isWholeNumberIn(count, 0, MaxScripts))
+        return fail(QStringLiteral("\"ScriptCount\" of %1 must be a whole number from 0 to %2")
+                            .arg(where, QString::number(MaxScripts)));
+    const QJsonValue scripts = stored.value(u"ScriptName");
+    if (!scripts.isUndefined()) {
+        const QJsonArray names = scripts.toArray();
+        if (!scripts.isArray() || names.size() > MaxScripts)
+            return fail(QStringLiteral("\"ScriptName\" of %1 must be a list of at most %2 texts")
+                                .arg(where, QString::number(MaxScripts)));
+        for (const QJsonValue &name : names) {
+            if (!name.isString())
+                return fail(QStringLiteral("\"ScriptName\" of %1 must be a list of texts")
+                                    .arg(where));
+            d.AddScript(name.toString());
+        }
+    }
+    for (const QString &key : DefinitionKeys::commonMemberKeys())
+        stored.remove(key);
+    return true;
+}
+
+} // namespace ivr
