@@ -95,7 +95,7 @@ void Definition::setNumber(QStringView key, double v)
 {
     // A file holds no infinity or NaN; refusing them here keeps every saved
     // script loadable.
-    IVR_CHECK(std::isfinite(v), return);
+    IVR_CHECK(std::isfinite(v), return );
     m_values.insert(key, v);
 }
 
@@ -106,7 +106,7 @@ float Definition::floatValue(QStringView key) const
 
 void Definition::setFloat(QStringView key, float v)
 {
-    IVR_CHECK(std::isfinite(v), return);
+    IVR_CHECK(std::isfinite(v), return );
     m_values.insert(key, double(v));
 }
 
@@ -129,7 +129,7 @@ QString Definition::FileName(int i) const
 
 void Definition::setFileName(int i, const QString &path)
 {
-    IVR_CHECK(i >= 0 && i < FileNameSlots, return);
+    IVR_CHECK(i >= 0 && i < FileNameSlots, return );
     m_fileNames[size_t(i)] = path;
 }
 
@@ -142,7 +142,7 @@ QString Definition::MonthFile(int i) const
 
 void Definition::setMonthFile(int i, const QString &path)
 {
-    IVR_CHECK(i >= 0 && i < MonthFileSlots, return);
+    IVR_CHECK(i >= 0 && i < MonthFileSlots, return );
     m_monthFiles[size_t(i)] = path;
 }
 
@@ -162,7 +162,7 @@ QString Definition::ScriptName(int i) const
 void Definition::AddScript(const QString &name)
 {
     packScripts();
-    IVR_CHECK(m_scripts.size() < std::numeric_limits<qint16>::max(), return);
+    IVR_CHECK(m_scripts.size() < std::numeric_limits<qint16>::max(), return );
     m_scripts.append({name, false});
 }
 

@@ -59,8 +59,8 @@ const QStringList &DefinitionKeys::exitKeys()
         for (int digit = 0; digit <= 9; ++digit)
             k << QStringLiteral("OnDigit") + QString::number(digit);
         k << QStringLiteral("OnStar") << QStringLiteral("OnHash") << QStringLiteral("OnTimeOut")
-          << QStringLiteral("OnSuccess") << QStringLiteral("OnFail")
-          << QStringLiteral("OnNoRecord") << QStringLiteral("OnFinish");
+          << QStringLiteral("OnSuccess") << QStringLiteral("OnFail") << QStringLiteral("OnNoRecord")
+          << QStringLiteral("OnFinish");
         return k;
     }();
     return keys;

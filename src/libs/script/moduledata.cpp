@@ -35,7 +35,9 @@ QStringList exitsOf(int type)
     case 7:
         return {QStringLiteral("OnFinish")};
     case 8:
-        return {QStringLiteral("OnSuccess"), QStringLiteral("OnFail"), QStringLiteral("OnNoRecord")};
+        return {QStringLiteral("OnSuccess"),
+                QStringLiteral("OnFail"),
+                QStringLiteral("OnNoRecord")};
     case 9:
     case 11:
     case 13:

@@ -6,7 +6,7 @@ namespace ivr {
 
 void ModuleList::Add(ModuleDataPtr module)
 {
-    IVR_CHECK(module, return);
+    IVR_CHECK(module, return );
     m_modules.push_back(std::move(module));
 }
 

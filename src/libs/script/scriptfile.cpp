@@ -122,9 +122,9 @@ std::optional<ModuleList> ScriptFile::Load(const QString &path)
         return std::nullopt;
     }
     if (info.size() > MaxScriptFileSize) {
-        reportLoadFailure(path,
-                          QStringLiteral("the file is too large to be a script (%1 bytes)")
-                                  .arg(info.size()));
+        reportLoadFailure(
+                path,
+                QStringLiteral("the file is too large to be a script (%1 bytes)").arg(info.size()));
         return std::nullopt;
     }
     QFile file(path);
@@ -164,8 +164,7 @@ void ScriptFile::Save(const QString &path, const ModuleList &list, bool &Ok)
     }
     // QSaveFile would commit a file cut short by a full disk: each step is
     // checked, and a short one throws the new file away.
-    if (file.write(data) != data.size() || !file.flush()
-        || file.error() != QFileDevice::NoError) {
+    if (file.write(data) != data.size() || !file.flush() || file.error() != QFileDevice::NoError) {
         const QString reason = file.errorString();
         file.cancelWriting();
         reportSaveFailure(path,

@@ -153,12 +153,10 @@ bool ScriptFileReader::checkKnownKey(const QString &where,
             return fail(QStringLiteral("\"%1\" of %2 must be a number").arg(key, where));
         return true;
     case DefinitionKeys::Kind::Int32:
-        if (!isWholeNumberIn(value,
-                             std::numeric_limits<qint32>::min(),
-                             std::numeric_limits<qint32>::max()))
-            return fail(
-                    QStringLiteral("\"%1\" of %2 must be a whole number that fits in 32 bits")
-                            .arg(key, where));
+        if (!isWholeNumberIn(
+                    value, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max()))
+            return fail(QStringLiteral("\"%1\" of %2 must be a whole number that fits in 32 bits")
+                                .arg(key, where));
         return true;
     case DefinitionKeys::Kind::Float:
         if (!value.isDouble() || !std::isfinite(value.toDouble())
@@ -226,8 +224,8 @@ bool ScriptFileReader::readCommonMembers(const QString &where, QJsonObject &stor
                                 .arg(where, QString::number(MaxScripts)));
         for (const QJsonValue &name : names) {
             if (!name.isString())
-                return fail(QStringLiteral("\"ScriptName\" of %1 must be a list of texts")
-                                    .arg(where));
+                return fail(
+                        QStringLiteral("\"ScriptName\" of %1 must be a list of texts").arg(where));
             d.AddScript(name.toString());
         }
     }

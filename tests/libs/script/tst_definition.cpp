@@ -1,0 +1,162 @@
+#include "definition.h"
+#include "moduledata.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+#include <functional>
+
+using namespace ivr;
+
+using Getter = std::function<QVariant(const Definition &)>;
+using Setter = std::function<void(Definition &, const QVariant &)>;
+Q_DECLARE_METATYPE(Getter)
+Q_DECLARE_METATYPE(Setter)
+
+class tst_Definition : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void memberAndNameReachOneValue_data();
+    void memberAndNameReachOneValue();
+    void unknownKeyIsKeptAsGiven();
+    void removeWalkEmptiesList_data();
+    void removeWalkEmptiesList();
+    void partialRemovalRenumbersAtNextCount();
+    void slotsOutOfRangeAreHarmless();
+    void newModuleExitsLeadNowhere();
+};
+
+void tst_Definition::memberAndNameReachOneValue_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<Getter>("get");
+    QTest::addColumn<Setter>("set");
+    QTest::newRow("OnDigit7-wired-to-its-own-slot")
+            << "OnDigit7" << QVariant(QStringLiteral("[Sales]"))
+            << Getter([](const Definition &d) { return d.OnDigit7(); })
+            << Setter([](Definition &d, const QVariant &v) { d.setOnDigit7(v.toString()); });
+    QTest::newRow("OnFinish-read-by-name-written-as-member")
+            << "OnFinish" << QVariant(QStringLiteral("[Bye]"))
+            << Getter([](const Definition &d) { return d.OnFinish(); })
+            << Setter([](Definition &d, const QVariant &v) { d.setOnFinish(v.toString()); });
+    QTest::newRow("isTextMsg-kept-as-boolean")
+            << "isTextMsg" << QVariant(true)
+            << Getter([](const Definition &d) { return d.isTextMsg(); })
+            << Setter([](Definition &d, const QVariant &v) { d.setisTextMsg(v.toBool()); });
+    QTest::newRow("TimeOut-keeps-fraction")
+            << "TimeOut" << QVariant(2.5) << Getter([](const Definition &d) { return d.TimeOut(); })
+            << Setter([](Definition &d, const QVariant &v) { d.setTimeOut(v.toDouble()); });
+    QTest::newRow("RunMode-stays-integer")
+            << "RunMode" << QVariant(qint32(1))
+            << Getter([](const Definition &d) { return d.RunMode(); })
+            << Setter([](Definition &d, const QVariant &v) { d.setRunMode(v.toInt()); });
+    QTest::newRow("Left-half-pixel-not-rounded")
+            << "Left" << QVariant(float(1000.5))
+            << Getter([](const Definition &d) { return d.Left(); })
+            << Setter([](Definition &d, const QVariant &v) { d.setLeft(v.toFloat()); });
+    QTest::newRow("ScriptName-text-of-type-12")
+            << "ScriptName" << QVariant(QStringLiteral("/srv/ivr/billing.ivr"))
+            << Getter([](const Definition &d) { return d.ScriptName(); })
+            << Setter([](Definition &d, const QVariant &v) { d.setScriptName(v.toString()); });
+}
+
+void tst_Definition::memberAndNameReachOneValue()
+{
+    QFETCH(QString, key);
+    QFETCH(QVariant, value);
+    QFETCH(Getter, get);
+    QFETCH(Setter, set);
+
+    Definition byName;
+    byName.Properties(key).setValue(value);
+    QCOMPARE(get(byName), value);
+
+    Definition byMember;
+    set(byMember, value);
+    QCOMPARE(byMember.Properties(key).Value(), value);
+    QCOMPARE(byMember.Properties(key).Value().typeId(), value.typeId());
+}
+
+void tst_Definition::unknownKeyIsKeptAsGiven()
+{
+    Definition d;
+    d.Properties("Volume").setValue(QVariantList{1, "loud"});
+    QCOMPARE(d.Properties("Volume").Value(), QVariant(QVariantList{1, "loud"}));
+    QVERIFY(d.keys().contains("Volume"));
+    d.Properties("Volume").setValue(QVariant());
+    QVERIFY(!d.keys().contains("Volume"));
+}
+
+void tst_Definition::removeWalkEmptiesList_data()
+{
+    QTest::addColumn<QStringList>("scripts");
+    QTest::newRow("equal-names-each-removed-once") << QStringList{"a.ivr", "a.ivr", "a.ivr"};
+    QTest::newRow("equal-names-between-others")
+            << QStringList{"a.ivr", "b.ivr", "a.ivr", "c.ivr", "b.ivr"};
+    QTest::newRow("empty-names") << QStringList{"", "x.ivr", ""};
+    QTest::newRow("one-script") << QStringList{"a.ivr"};
+}
+
+void tst_Definition::removeWalkEmptiesList()
+{
+    QFETCH(QStringList, scripts);
+    Definition common;
+    for (const QString &s : scripts)
+        common.AddScript(s);
+
+    const qint16 n = common.ScriptCount();
+    QCOMPARE(n, scripts.size());
+    for (int i = 1; i <= n; ++i) {
+        QCOMPARE(common.ScriptName(i), scripts.at(i - 1));
+        common.RemoveScript(common.ScriptName(i));
+    }
+    QCOMPARE(common.ScriptCount(), qint16(0));
+
+    common.AddScript("new.ivr");
+    QCOMPARE(common.ScriptCount(), qint16(1));
+    QCOMPARE(common.ScriptName(1), QString("new.ivr"));
+}
+
+void tst_Definition::partialRemovalRenumbersAtNextCount()
+{
+    Definition common;
+    common.AddScript("a.ivr");
+    common.AddScript("b.ivr");
+    common.AddScript("c.ivr");
+    common.RemoveScript("b.ivr");
+    QCOMPARE(common.ScriptCount(), qint16(2));
+    QCOMPARE(common.ScriptName(2), QString("c.ivr"));
+}
+
+void tst_Definition::slotsOutOfRangeAreHarmless()
+{
+    Definition common;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("IVR_CHECK failed"));
+    common.setFileName(Definition::FileNameSlots, "/tmp/x.wav");
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("IVR_CHECK failed"));
+    common.setMonthFile(-1, "/tmp/x.wav");
+    QCOMPARE(common.FileName(Definition::FileNameSlots), QString());
+    QCOMPARE(common.MonthFile(12), QString());
+    QCOMPARE(common.ScriptName(1), QString());
+    common.setMonthFile(11, "/tmp/dec.wav");
+    QCOMPARE(common.MonthFile(11), QString("/tmp/dec.wav"));
+}
+
+void tst_Definition::newModuleExitsLeadNowhere()
+{
+    const ModuleDataPtr digits = ModuleData::createNew(4, "7");
+    QCOMPARE(digits->Name(), QString("7"));
+    QCOMPARE(digits->ModuleType(), 4);
+    QVERIFY(digits->definition().keys().contains("OnHash"));
+    QCOMPARE(digits->definition().Properties("OnHash").Value(), QVariant(QString()));
+    // The same Definition object on every read: a write through one
+    // reference is seen through the next.
+    digits->definition().setOnStar("[Menu]");
+    QCOMPARE(digits->definition().OnStar(), QString("[Menu]"));
+}
+
+QTEST_GUILESS_MAIN(tst_Definition)
+#include "tst_definition.moc"
