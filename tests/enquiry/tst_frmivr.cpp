@@ -1,0 +1,501 @@
+#include "calllog.h"
+#include "frmivr.h"
+#include "ivrerror.h"
+#include "messagerecorder.h"
+#include "programfolder.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSqlQuery>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+
+using namespace ivr;
+using Flags = ProgramFolder::Options::Flags;
+
+// A small web server on 127.0.0.1 that keeps the request line of every GET
+// and answers with a short HTML page.
+class AnswerServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    AnswerServer()
+    {
+        m_server.listen(QHostAddress::LocalHost);
+        connect(&m_server, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket *socket = m_server.nextPendingConnection())
+                connect(socket, &QTcpSocket::readyRead, this, [this, socket] { serve(socket); });
+        });
+    }
+    QString address() const { return QStringLiteral("127.0.0.1:%1").arg(m_server.serverPort()); }
+    QList<QByteArray> requestLines;
+
+private:
+    void serve(QTcpSocket *socket)
+    {
+        m_pending[socket] += socket->readAll();
+        const QByteArray head = m_pending[socket];
+        if (!head.contains("\r\n\r\n"))
+            return;
+        requestLines << head.left(head.indexOf("\r\n"));
+        const QByteArray page = "<html><body><h1>Thank you</h1><p>We will call you.</p>"
+                                "<p><a href=\"http://127.0.0.1:1/elsewhere\">More</a></p>"
+                                "</body></html>";
+        socket->write("HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=utf-8\r\n"
+                      "Connection: close\r\nContent-Length: "
+                      + QByteArray::number(page.size()) + "\r\n\r\n" + page);
+        socket->disconnectFromHost();
+        m_pending.remove(socket);
+    }
+    QTcpServer m_server;
+    QHash<QTcpSocket *, QByteArray> m_pending;
+};
+
+// Stands in for the mail program.
+class MailHandler : public QObject
+{
+    Q_OBJECT
+
+public:
+    QList<QUrl> opened;
+public slots:
+    void open(const QUrl &url) { opened << url; }
+};
+
+struct Fields
+{
+    QString name = QStringLiteral("Ann");
+    QString co = QStringLiteral("Acme");
+    QString address = QStringLiteral("Main Street");
+    QString phone = QStringLiteral("555-1234");
+    QString fax;
+    QString mobile;
+    QString email = QStringLiteral("ann@acme.com");
+    QString req = QStringLiteral("IVR");
+};
+Q_DECLARE_METATYPE(Fields)
+
+class tst_frmIVR : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fieldCheckRefuses_data();
+    void fieldCheckRefuses();
+    void fieldCheckPasses_data();
+    void fieldCheckPasses();
+    void requestLine_data();
+    void requestLine();
+    void answerReplacesFields();
+    void networkFailureShownInPane();
+    void hideStoresFlag_data();
+    void hideStoresFlag();
+    void hideFailureReachesCaller();
+    void onlyHideEndsForm_data();
+    void onlyHideEndsForm();
+    void requirementStopsAt200_data();
+    void requirementStopsAt200();
+    void mailLinkOpensMailProgram();
+
+private:
+    static void fill(frmIVR &form, const Fields &fields);
+    template<typename T>
+    static T *child(frmIVR &form, const char *name)
+    {
+        T *widget = form.findChild<T *>(QLatin1String(name));
+        if (!widget)
+            qFatal("no %s on the form", name);
+        return widget;
+    }
+};
+
+void tst_frmIVR::fill(frmIVR &form, const Fields &fields)
+{
+    child<QLineEdit>(form, "txtName")->setText(fields.name);
+    child<QLineEdit>(form, "txtCo")->setText(fields.co);
+    child<QLineEdit>(form, "txtAdd")->setText(fields.address);
+    child<QLineEdit>(form, "txtPhone")->setText(fields.phone);
+    child<QLineEdit>(form, "txtFax")->setText(fields.fax);
+    child<QLineEdit>(form, "txtMobile")->setText(fields.mobile);
+    child<QLineEdit>(form, "txtEmail")->setText(fields.email);
+    child<QPlainTextEdit>(form, "txtReq")->setPlainText(fields.req);
+}
+
+void tst_frmIVR::fieldCheckRefuses_data()
+{
+    QTest::addColumn<Fields>("fields");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QMessageBox::Icon>("icon");
+    QTest::addColumn<QString>("focus");
+    const auto info = QMessageBox::Information;
+    Fields f;
+
+    f = {}, f.name = "   ";
+    QTest::newRow("blank-name-counts-as-empty") << f << "Please enter Name" << info << "txtName";
+    f = {}, f.name = "Ann2";
+    QTest::newRow("digit-in-name-without-icon")
+            << f << "Please enter a correct name." << QMessageBox::NoIcon << "txtName";
+    f = {}, f.name = "A. Lee";
+    QTest::newRow("dot-in-name-refused")
+            << f << "Please enter a correct name." << QMessageBox::NoIcon << "txtName";
+    f = {}, f.name = "Zoë";
+    QTest::newRow("letter-beyond-z-refused")
+            << f << "Please enter a correct name." << QMessageBox::NoIcon << "txtName";
+    f = {}, f.name = "Ann2", f.co = "";
+    QTest::newRow("name-checked-before-company")
+            << f << "Please enter a correct name." << QMessageBox::NoIcon << "txtName";
+    f = {}, f.co = " ";
+    QTest::newRow("blank-company") << f << "Please enter Company Name" << info << "txtCo";
+    f = {}, f.phone = "";
+    QTest::newRow("empty-phone") << f << "Please enter Phone Number" << info << "txtPhone";
+    f = {}, f.phone = "555 1234";
+    QTest::newRow("blank-inside-phone")
+            << f << "Please enter a correct Phone Number." << info << "txtPhone";
+    f = {}, f.phone = "555-1234 ";
+    QTest::newRow("phone-checked-as-typed-not-trimmed")
+            << f << "Please enter a correct Phone Number." << info << "txtPhone";
+    f = {}, f.phone = "+44 20";
+    QTest::newRow("plus-in-phone")
+            << f << "Please enter a correct Phone Number." << info << "txtPhone";
+    f = {}, f.fax = "(020)";
+    QTest::newRow("brackets-in-fax")
+            << f << "Please enter a correct Fax Number." << info << "txtFax";
+    f = {}, f.mobile = "07x";
+    QTest::newRow("letter-in-mobile")
+            << f << "Please enter a correct Mobile Number." << info << "txtMobile";
+    f = {}, f.email = "  ";
+    QTest::newRow("blank-email") << f << "Please enter Email Address" << info << "txtEmail";
+    f = {}, f.email = "ann@acme";
+    QTest::newRow("email-without-dot")
+            << f << "Please enter correct Email Address" << info << "txtEmail";
+    f = {}, f.email = "ann.acme.com";
+    QTest::newRow("email-without-at")
+            << f << "Please enter correct Email Address" << info << "txtEmail";
+    f = {}, f.req = " \n ";
+    QTest::newRow("empty-requirement-focuses-email")
+            << f << "Please enter requirement" << info << "txtEmail";
+}
+
+void tst_frmIVR::fieldCheckRefuses()
+{
+    QFETCH(Fields, fields);
+    QFETCH(QString, message);
+    QFETCH(QMessageBox::Icon, icon);
+    QFETCH(QString, focus);
+    ProgramFolder folder({Flags::Shown});
+    AnswerServer server;
+    MessageRecorder recorder;
+    frmIVR form(server.address());
+    form.show();
+    fill(form, fields);
+    child<QLineEdit>(form, "txtCo")->setFocus();
+    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
+
+    QCOMPARE(recorder.count(), 1);
+    QCOMPARE(recorder.lastText(), message);
+    QCOMPARE(recorder.messages().constFirst().icon, icon);
+    QCOMPARE(recorder.messages().constFirst().title, QStringLiteral("IVR Script Designer"));
+    QVERIFY(form.focusWidget());
+    QCOMPARE(form.focusWidget()->objectName(), focus);
+    QVERIFY2(child<QGroupBox>(form, "frFields")->isVisible(), "a refused check keeps the fields");
+    QVERIFY(!child<QGroupBox>(form, "frIntExp")->isVisible());
+    QTest::qWait(50);
+    QVERIFY(server.requestLines.isEmpty());
+}
+
+void tst_frmIVR::fieldCheckPasses_data()
+{
+    QTest::addColumn<Fields>("fields");
+    Fields f;
+    f = {}, f.phone = "020-555-1234";
+    QTest::newRow("hyphens-between-phone-digits") << f;
+    f = {}, f.email = "@.";
+    QTest::newRow("at-and-dot-are-enough") << f;
+    f = {}, f.name = " ann LEE ";
+    QTest::newRow("blanks-and-either-case-in-name") << f;
+    f = {}, f.fax = "", f.mobile = "", f.address = "";
+    QTest::newRow("optional-fields-left-empty") << f;
+    f = {}, f.fax = "  ", f.mobile = " ";
+    QTest::newRow("blank-optional-numbers-not-checked") << f;
+    f = {}, f.address = "12 (rear) #3, +x";
+    QTest::newRow("address-never-checked") << f;
+}
+
+void tst_frmIVR::fieldCheckPasses()
+{
+    QFETCH(Fields, fields);
+    ProgramFolder folder({Flags::Shown});
+    AnswerServer server;
+    MessageRecorder recorder;
+    frmIVR form(server.address());
+    form.show();
+    fill(form, fields);
+    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
+    QCOMPARE(recorder.count(), 0);
+    QTRY_COMPARE(server.requestLines.size(), 1);
+}
+
+void tst_frmIVR::requestLine_data()
+{
+    QTest::addColumn<Fields>("fields");
+    QTest::addColumn<QByteArray>("line");
+    Fields f;
+    QTest::newRow("keys-in-order-with-capital-Phone")
+            << f
+            << QByteArray("GET /mailsend.asp?name=Ann&coname=Acme&address=Main%20Street"
+                          "&Phone=555-1234&fax=&mobile=&email=ann@acme.com&req=IVR HTTP/1.1");
+    f = {}, f.name = "  Ann ", f.req = "\n IVR \n";
+    QTest::newRow("fields-sent-trimmed")
+            << f
+            << QByteArray("GET /mailsend.asp?name=Ann&coname=Acme&address=Main%20Street"
+                          "&Phone=555-1234&fax=&mobile=&email=ann@acme.com&req=IVR HTTP/1.1");
+    // What HTTP cannot carry raw: a blank and a line break are percent-encoded.
+    f = {}, f.req = "call me\nsoon";
+    QTest::newRow("newline-in-requirement")
+            << f
+            << QByteArray("GET /mailsend.asp?name=Ann&coname=Acme&address=Main%20Street"
+                          "&Phone=555-1234&fax=&mobile=&email=ann@acme.com&req=call%20me%0Asoon"
+                          " HTTP/1.1");
+    // An ampersand is not escaped: the page sees one key more.
+    f = {}, f.co = "Smith&Sons";
+    QTest::newRow("ampersand-goes-unescaped")
+            << f
+            << QByteArray("GET /mailsend.asp?name=Ann&coname=Smith&Sons&address=Main%20Street"
+                          "&Phone=555-1234&fax=&mobile=&email=ann@acme.com&req=IVR HTTP/1.1");
+    // A "#" starts the fragment, which never leaves the client: the rest of
+    // the query is cut off there.
+    f = {}, f.req = "lines #1 and #2";
+    QTest::newRow("hash-cuts-the-query")
+            << f
+            << QByteArray("GET /mailsend.asp?name=Ann&coname=Acme&address=Main%20Street"
+                          "&Phone=555-1234&fax=&mobile=&email=ann@acme.com&req=lines%20 HTTP/1.1");
+}
+
+void tst_frmIVR::requestLine()
+{
+    QFETCH(Fields, fields);
+    QFETCH(QByteArray, line);
+    ProgramFolder folder({Flags::Shown});
+    AnswerServer server;
+    MessageRecorder recorder;
+    frmIVR form(server.address());
+    form.show();
+    fill(form, fields);
+    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
+    QTRY_COMPARE(server.requestLines.size(), 1);
+    QCOMPARE(server.requestLines.constFirst(), line);
+    QCOMPARE(recorder.count(), 0);
+}
+
+void tst_frmIVR::answerReplacesFields()
+{
+    ProgramFolder folder({Flags::Shown});
+    AnswerServer server;
+    MessageRecorder recorder;
+    frmIVR form(server.address());
+    form.show();
+    fill(form, Fields());
+    const QString shots = QCoreApplication::applicationDirPath();
+    QVERIFY(form.grab().save(shots + QStringLiteral("/enquiry-fields.png")));
+
+    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
+    auto *wb = child<QTextBrowser>(form, "wb");
+    QTRY_VERIFY(wb->toPlainText().contains(QStringLiteral("We will call you.")));
+    QVERIFY(child<QGroupBox>(form, "frIntExp")->isVisible());
+    QVERIFY2(!child<QGroupBox>(form, "frFields")->isVisible(),
+             "the answer takes the fields' place");
+    QVERIFY(!child<QGroupBox>(form, "frFields")->isEnabled());
+    QVERIFY(form.grab().save(shots + QStringLiteral("/enquiry-answer.png")));
+
+    // A link in the answer page must not carry the pane away on its own.
+    form.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    QSignalSpy followed(wb, &QTextBrowser::anchorClicked);
+    QSignalSpy sourceChanged(wb, &QTextBrowser::sourceChanged);
+    wb->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(wb, Qt::Key_Tab);
+    QTest::keyClick(wb, Qt::Key_Return);
+    QCOMPARE(followed.count(), 1);
+    QCOMPARE(sourceChanged.count(), 0);
+    QVERIFY(wb->toPlainText().contains(QStringLiteral("We will call you.")));
+    QCOMPARE(server.requestLines.size(), 1);
+}
+
+void tst_frmIVR::networkFailureShownInPane()
+{
+    ProgramFolder folder({Flags::Shown});
+    QTcpServer closed;
+    QVERIFY(closed.listen(QHostAddress::LocalHost));
+    const QString address = QStringLiteral("127.0.0.1:%1").arg(closed.serverPort());
+    closed.close();
+    MessageRecorder recorder;
+    frmIVR form(address);
+    form.show();
+    fill(form, Fields());
+    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
+    auto *wb = child<QTextBrowser>(form, "wb");
+    QTRY_VERIFY(wb->toPlainText().contains(QStringLiteral("could not be sent")));
+    QVERIFY(child<QGroupBox>(form, "frIntExp")->isVisible());
+    QCOMPARE(recorder.count(), 0);
+}
+
+void tst_frmIVR::hideStoresFlag_data()
+{
+    QTest::addColumn<Flags>("flags");
+    QTest::addColumn<bool>("ticked");
+    QTest::newRow("ticked-box-stored-as-one") << Flags::Shown << true;
+    QTest::newRow("clear-box-clears-stored-one") << Flags::Hidden << false;
+    QTest::newRow("empty-table-gets-one-row") << Flags::EmptyTable << true;
+    QTest::newRow("empty-table-row-even-when-clear") << Flags::EmptyTable << false;
+}
+
+void tst_frmIVR::hideStoresFlag()
+{
+    QFETCH(Flags, flags);
+    QFETCH(bool, ticked);
+    ProgramFolder folder({flags});
+    MessageRecorder recorder;
+    {
+        frmIVR form;
+        form.show();
+        auto *check = child<QCheckBox>(form, "Check1");
+        if (check->isChecked() != ticked)
+            QTest::mouseClick(check, Qt::LeftButton);
+        QCOMPARE(check->isChecked(), ticked);
+        QTest::mouseClick(child<QPushButton>(form, "cmdSkip"), Qt::LeftButton);
+        QVERIFY(!form.isVisible());
+        QCOMPARE(form.result(), int(QDialog::Accepted));
+    }
+    QCOMPARE(CallLog::readShowRegForm(), ticked);
+    {
+        QVERIFY(CallLog::OpenCallLog());
+        QSqlQuery count(CallLog::CallLogConnection());
+        QVERIFY(count.exec(QStringLiteral("select count(*) from flags")));
+        QVERIFY(count.next());
+        QCOMPARE(count.value(0).toInt(), 1);
+    }
+    CallLog::CloseCallLog();
+
+    frmIVR next;
+    QCOMPARE(child<QCheckBox>(next, "Check1")->isChecked(), ticked);
+    QCOMPARE(recorder.count(), 0);
+}
+
+void tst_frmIVR::hideFailureReachesCaller()
+{
+    ProgramFolder folder({Flags::Shown});
+    frmIVR form;
+    QVERIFY(QFile::remove(folder.file(QStringLiteral("CallLog.db"))));
+    QTimer::singleShot(0, &form, [&form] {
+        QTest::mouseClick(child<QPushButton>(form, "cmdSkip"), Qt::LeftButton);
+    });
+    QVERIFY_THROWS_EXCEPTION(IvrError, form.exec());
+    QVERIFY(!form.isVisible());
+    QVERIFY2(!QFile::exists(folder.file(QStringLiteral("CallLog.db"))),
+             "a missing database is never made afresh");
+}
+
+void tst_frmIVR::onlyHideEndsForm_data()
+{
+    QTest::addColumn<bool>("escape");
+    QTest::newRow("escape-key-ignored") << true;
+    QTest::newRow("window-close-ignored") << false;
+}
+
+void tst_frmIVR::onlyHideEndsForm()
+{
+    QFETCH(bool, escape);
+    ProgramFolder folder({Flags::Shown});
+    frmIVR form;
+    QSignalSpy finished(&form, &QDialog::finished);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    if (escape)
+        QTest::keyClick(child<QLineEdit>(form, "txtName"), Qt::Key_Escape);
+    else
+        QVERIFY(!form.close());
+    QVERIFY(form.isVisible());
+    QCOMPARE(finished.count(), 0);
+    QVERIFY(form.windowFlags().testFlag(Qt::FramelessWindowHint));
+}
+
+void tst_frmIVR::requirementStopsAt200_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<int>("cursor");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("pasted");
+    QTest::addColumn<QString>("expected");
+    const QString a199(199, QLatin1Char('a'));
+    QTest::newRow("typing-past-limit-stops")
+            << a199 << 199 << QStringLiteral("xyz") << QString() << a199 + QLatin1Char('x');
+    QTest::newRow("paste-past-limit-cut")
+            << QString() << 0 << QString() << QString(250, QLatin1Char('p'))
+            << QString(200, QLatin1Char('p'));
+    QTest::newRow("paste-in-middle-keeps-what-was-there")
+            << QString(190, QLatin1Char('a')) << 10 << QString() << QString(20, QLatin1Char('b'))
+            << QString(10, QLatin1Char('a')) + QString(10, QLatin1Char('b'))
+                       + QString(180, QLatin1Char('a'));
+    QTest::newRow("newline-counts-as-a-character")
+            << a199 << 199 << QStringLiteral("\r") << QString() << a199 + QLatin1Char('\n');
+}
+
+void tst_frmIVR::requirementStopsAt200()
+{
+    QFETCH(QString, before);
+    QFETCH(int, cursor);
+    QFETCH(QString, typed);
+    QFETCH(QString, pasted);
+    QFETCH(QString, expected);
+    ProgramFolder folder({Flags::Shown});
+    frmIVR form;
+    form.show();
+    auto *req = child<QPlainTextEdit>(form, "txtReq");
+    req->setPlainText(before);
+    QTextCursor at = req->textCursor();
+    at.setPosition(cursor);
+    req->setTextCursor(at);
+    req->setFocus();
+    if (!typed.isEmpty())
+        QTest::keyClicks(req, typed);
+    if (!pasted.isEmpty()) {
+        QGuiApplication::clipboard()->setText(pasted);
+        QTest::keySequence(req, QKeySequence::Paste);
+    }
+    QCOMPARE(req->toPlainText(), expected);
+}
+
+void tst_frmIVR::mailLinkOpensMailProgram()
+{
+    ProgramFolder folder({Flags::Shown});
+    MailHandler handler;
+    QDesktopServices::setUrlHandler(QStringLiteral("mailto"), &handler, "open");
+    auto unset = qScopeGuard([] { QDesktopServices::unsetUrlHandler(QStringLiteral("mailto")); });
+    frmIVR form;
+    form.show();
+    form.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    auto *label = child<QLabel>(form, "Label3");
+    QVERIFY(label->text().contains(frmIVR::mailbox()));
+    // Reached by keyboard: Tab onto the link, Return follows it.
+    label->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(label, Qt::Key_Tab);
+    QTest::keyClick(label, Qt::Key_Return);
+    QCOMPARE(handler.opened.size(), 1);
+    QCOMPARE(handler.opened.constFirst(), QUrl(QStringLiteral("mailto:") + frmIVR::mailbox()));
+}
+
+QTEST_MAIN(tst_frmIVR)
+#include "tst_frmivr.moc"
