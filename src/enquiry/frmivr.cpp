@@ -26,6 +26,10 @@ constexpr int kRequirementLimit = 200;
 
 bool isNameCharacter(QChar c)
 {
+    // Plain Latin letters only: some other letters upper-case into "A".."Z"
+    // (a dotless i becomes "I") and would slip through.
+    if (c.unicode() > 0x7f)
+        return false;
     const QChar upper = c.toUpper();
     return c == QLatin1Char(' ') || (upper >= QLatin1Char('A') && upper <= QLatin1Char('Z'));
 }
@@ -149,8 +153,8 @@ bool frmIVR::ValidateFields()
     const QString mobile = ui->txtMobile->text();
     const QString email = ui->txtEmail->text().trimmed();
     const auto info = QMessageBox::Information;
-    // The requirement's message sends the focus to the e-mail box, one field
-    // early; users have learnt to expect it there.
+    // An empty requirement puts the focus on the e-mail box, not on the
+    // requirement itself: deliberate, and kept that way.
     const Check checks[] = {
             {name.trimmed().isEmpty(), "Please enter Name", info, ui->txtName},
             {!allOf(name, isNameCharacter),
