@@ -1,0 +1,366 @@
+#include "clsdrawline.h"
+#include "drawlineform.h"
+#include "ivrerror.h"
+#include "msgbox.h"
+#include "voreldirection.h"
+#include "vorelmodule.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace ivr;
+
+namespace {
+
+// A script window reduced to what the matrix uses: a canvas with real
+// module and arrow controls in control arrays.
+class TestForm : public DrawLineForm
+{
+public:
+    TestForm() { m_canvas.resize(1000, 800); }
+    ControlArray<VorelModule> &cmVorelModule() override { return m_modules; }
+    ControlArray<VorelDirection> &VorelDirection1() override { return m_arrows; }
+    QWidget *picMain() override { return &m_canvas; }
+
+    VorelModule *
+    addModule(clsDrawLine &drawLine, qint16 index, int type, float left = 0, float top = 0)
+    {
+        VorelModule *module = m_modules.load(index);
+        drawLine.Add(index, *this);
+        module->Create(type, QString::number(index));
+        module->setLeft(left);
+        module->setTop(top);
+        module->setVisible(true);
+        return module;
+    }
+    void removeModule(clsDrawLine &drawLine, qint16 index)
+    {
+        m_modules.unload(index);
+        drawLine.Delete(index, *this);
+    }
+
+private:
+    QWidget m_canvas;
+    ControlArray<VorelModule> m_modules{[this](qint16 i) {
+        return new VorelModule(i, &m_canvas);
+    }};
+    ControlArray<VorelDirection> m_arrows{[this](qint16 i) {
+        return new VorelDirection(i, &m_canvas);
+    }};
+};
+
+QList<MsgBox::Message> g_messages;
+
+} // namespace
+
+class tst_clsDrawLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void deleteInMiddleMarksRowAndColumn();
+    void deleteAtTopDropsRowAndColumn_data();
+    void deleteAtTopDropsRowAndColumn();
+    void repeatedAddWipes();
+    void addAboveUpperBoundRefused_data();
+    void addAboveUpperBoundRefused();
+    void outsideMatrixIsSubscriptError_data();
+    void outsideMatrixIsSubscriptError();
+    void redrawFollowsMode_data();
+    void redrawFollowsMode();
+    void renameFollowsArrowsAndWalker_data();
+    void renameFollowsArrowsAndWalker();
+    void missingArrowFailsAndCanvasRepaints();
+    void moveModuleWithManyArrows();
+};
+
+void tst_clsDrawLine::init()
+{
+    g_messages.clear();
+    MsgBox::setHook([](const MsgBox::Message &m) {
+        g_messages.append(m);
+        return QMessageBox::Ok;
+    });
+}
+
+void tst_clsDrawLine::cleanup()
+{
+    MsgBox::clearHook();
+}
+
+void tst_clsDrawLine::deleteInMiddleMarksRowAndColumn()
+{
+    TestForm form;
+    clsDrawLine drawLine;
+    for (qint16 i = 0; i <= 3; ++i)
+        form.addModule(drawLine, i, 3);
+    drawLine.setLineMatrix(2, 3, 4);
+    drawLine.setLineMatrix(0, 2, 5);
+
+    form.removeModule(drawLine, 2);
+    QCOMPARE(drawLine.UpperBound(), 3);
+    QVERIFY(!drawLine.ModuleExist(2));
+    for (qint16 j = 0; j <= 3; ++j) {
+        QCOMPARE(drawLine.LineMatrix(2, j), -1);
+        QCOMPARE(drawLine.LineMatrix(j, 2), -1);
+    }
+    QVERIFY(drawLine.ModuleExist(3));
+    QCOMPARE(drawLine.LineMatrix(3, 0), 0);
+    // A redraw passes over the deleted module's -1 cells.
+    drawLine.RedefineModule(3, form, 3);
+}
+
+void tst_clsDrawLine::deleteAtTopDropsRowAndColumn_data()
+{
+    QTest::addColumn<QList<int>>("deletes");
+    QTest::addColumn<int>("upperBound");
+
+    QTest::newRow("top-delete-shrinks-by-one") << QList<int>{4} << 3;
+    QTest::newRow("top-delete-falls-past-hole") << QList<int>{3, 4} << 2;
+}
+
+void tst_clsDrawLine::deleteAtTopDropsRowAndColumn()
+{
+    QFETCH(QList<int>, deletes);
+    QFETCH(int, upperBound);
+
+    TestForm form;
+    clsDrawLine drawLine;
+    for (qint16 i = 0; i <= 4; ++i)
+        form.addModule(drawLine, i, 3);
+    drawLine.setLineMatrix(4, 0, 7);
+    drawLine.setLineMatrix(0, 4, 8);
+    for (int i : deletes)
+        form.removeModule(drawLine, qint16(i));
+
+    QCOMPARE(drawLine.UpperBound(), upperBound);
+    QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.LineMatrix(4, 0));
+    for (qint16 i = 0; i <= upperBound; ++i)
+        for (qint16 j = 0; j <= upperBound; ++j)
+            QVERIFY2(drawLine.LineMatrix(i, j) != -1, "a dropped row leaves no -1 behind");
+
+    // A new module at the dropped index starts clean.
+    form.addModule(drawLine, 4, 5);
+    for (qint16 j = 0; j <= 4; ++j) {
+        QCOMPARE(drawLine.LineMatrix(4, j), 0);
+        QCOMPARE(drawLine.LineMatrix(j, 4), 0);
+    }
+}
+
+void tst_clsDrawLine::repeatedAddWipes()
+{
+    TestForm form;
+    clsDrawLine drawLine;
+    for (qint16 i = 0; i <= 2; ++i)
+        form.addModule(drawLine, i, 3);
+    drawLine.setLineMatrix(0, 1, 5);
+    drawLine.setLineMatrix(2, 0, 6);
+    drawLine.setLineMatrix(2, 1, 7);
+
+    drawLine.Add(0, form);
+    QCOMPARE(drawLine.LineMatrix(0, 1), 0);
+    QCOMPARE(drawLine.LineMatrix(2, 0), 0);
+    QCOMPARE(drawLine.LineMatrix(2, 1), 7);
+    QVERIFY(drawLine.ModuleExist(0));
+    QVERIFY(g_messages.isEmpty());
+}
+
+void tst_clsDrawLine::addAboveUpperBoundRefused_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::newRow("index-just-above-ubound") << 3;
+    QTest::newRow("index-far-above-ubound") << 40;
+}
+
+void tst_clsDrawLine::addAboveUpperBoundRefused()
+{
+    QFETCH(int, index);
+
+    TestForm form;
+    clsDrawLine drawLine;
+    form.addModule(drawLine, 0, 1);
+    form.addModule(drawLine, 1, 0);
+    form.cmVorelModule().load(2); // loaded but not yet added: arrays stay at 1
+    drawLine.Add(qint16(index), form);
+
+    QCOMPARE(g_messages.size(), 1);
+    QCOMPARE(g_messages.first().text, "Invalid index value");
+    QCOMPARE(g_messages.first().icon, QMessageBox::Critical);
+    // The arrays were resized to the control array's bound, and no flag set.
+    QCOMPARE(drawLine.UpperBound(), 2);
+    QVERIFY(!drawLine.ModuleExist(2));
+    QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.ModuleExist(qint16(index)));
+}
+
+void tst_clsDrawLine::outsideMatrixIsSubscriptError_data()
+{
+    QTest::addColumn<int>("i");
+    QTest::addColumn<int>("j");
+    QTest::newRow("row-above-bound") << 3 << 0;
+    QTest::newRow("column-above-bound") << 0 << 3;
+    QTest::newRow("negative-row") << -1 << 0;
+}
+
+void tst_clsDrawLine::outsideMatrixIsSubscriptError()
+{
+    QFETCH(int, i);
+    QFETCH(int, j);
+
+    TestForm form;
+    clsDrawLine drawLine;
+    for (qint16 k = 0; k <= 2; ++k)
+        form.addModule(drawLine, k, 3);
+    try {
+        drawLine.LineMatrix(qint16(i), qint16(j));
+        QFAIL("reading outside the matrix must fail");
+    } catch (const IvrError &error) {
+        QCOMPARE(error.description(), "Subscript out of range");
+    }
+    QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.setLineMatrix(qint16(i), qint16(j), 1));
+    QVERIFY_THROWS_EXCEPTION(IvrError,
+                             drawLine.setModuleExist(qint16(i < 0 ? i : qMax(i, j)), true));
+}
+
+void tst_clsDrawLine::redrawFollowsMode_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("leavingShown");
+    QTest::addColumn<bool>("enteringShown");
+
+    QTest::newRow("mode-1-leaving-only") << 1 << true << false;
+    QTest::newRow("mode-2-entering-only") << 2 << false << true;
+    QTest::newRow("mode-3-both-ways") << 3 << true << true;
+}
+
+void tst_clsDrawLine::redrawFollowsMode()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, leavingShown);
+    QFETCH(bool, enteringShown);
+
+    TestForm form;
+    clsDrawLine drawLine;
+    form.addModule(drawLine, 0, 1, 1215, 675);
+    form.addModule(drawLine, 1, 0, 1215, 3870);
+    VorelModule *middle = form.addModule(drawLine, 2, 3, 6000, 2000.5);
+    form.VorelDirection1().load(0);
+    VorelDirection *leaving = form.VorelDirection1().load(1);
+    VorelDirection *entering = form.VorelDirection1().load(2);
+    drawLine.setLineMatrix(2, 1, 1);
+    drawLine.setLineMatrix(0, 2, 2);
+
+    drawLine.RedefineModule(2, form, mode);
+    QCOMPARE(!leaving->isHidden(), leavingShown);
+    QCOMPARE(!entering->isHidden(), enteringShown);
+    QVERIFY(form.VorelDirection1().at(0)->isHidden());
+    const QRectF box(middle->Left(), middle->Top(), middle->Width(), middle->Height());
+    if (leavingShown)
+        QVERIFY(box.adjusted(-0.01, -0.01, 0.01, 0.01).contains(leaving->startPoint()));
+    if (enteringShown)
+        QVERIFY(box.adjusted(-0.01, -0.01, 0.01, 0.01).contains(entering->endPoint()));
+    QVERIFY(form.picMain()->updatesEnabled());
+}
+
+void tst_clsDrawLine::renameFollowsArrowsAndWalker_data()
+{
+    QTest::addColumn<int>("sourceType");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<bool>("arrow");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("rename-carried-to-next-module") << 3 << "NextModule" << true << "[Billing]";
+    QTest::newRow("rename-carried-to-digit-exit") << 4 << "OnDigit7" << true << "[Billing]";
+    QTest::newRow("rename-carried-to-hash-exit") << 4 << "OnHash" << true << "[Billing]";
+    QTest::newRow("query-no-record-exit-renamed") << 8 << "OnNoRecord" << true << "[Billing]";
+    QTest::newRow("program-exit-renamed-with-arrow") << 11 << "OnFail" << true << "[Billing]";
+    QTest::newRow("program-exit-without-arrow-kept") << 11 << "OnSuccess" << false << "[Accounts]";
+    QTest::newRow("query-no-record-without-arrow-kept")
+            << 8 << "OnNoRecord" << false << "[Accounts]";
+    QTest::newRow("other-types-key-never-touched") << 3 << "OnSuccess" << true << "[Accounts]";
+    QTest::newRow("transfer-has-no-exits-to-walk") << 6 << "NextModule" << true << "[Accounts]";
+}
+
+void tst_clsDrawLine::renameFollowsArrowsAndWalker()
+{
+    QFETCH(int, sourceType);
+    QFETCH(QString, key);
+    QFETCH(bool, arrow);
+    QFETCH(QString, expected);
+
+    TestForm form;
+    clsDrawLine drawLine;
+    form.addModule(drawLine, 0, 1);
+    form.addModule(drawLine, 1, 0, 0, 3000);
+    VorelModule *renamed = form.addModule(drawLine, 2, 3, 4000, 0);
+    VorelModule *source = form.addModule(drawLine, 3, sourceType, 4000, 3000);
+    // A second module of the same kind that names the target with an arrow:
+    // the rename reaches it whatever happens to the first.
+    VorelModule *witness = form.addModule(drawLine, 4, 3, 8000, 3000);
+    form.VorelDirection1().load(0);
+    form.VorelDirection1().load(1);
+    form.VorelDirection1().load(2);
+
+    source->moduleData()->definition().Properties(key).setValue(QStringLiteral("[Accounts]"));
+    source->moduleData()->definition().setNextModule(QStringLiteral("[Elsewhere]"));
+    if (key == "NextModule")
+        source->moduleData()->definition().setNextModule(QStringLiteral("[Accounts]"));
+    witness->moduleData()->definition().setNextModule(QStringLiteral("[Accounts]"));
+    if (arrow)
+        drawLine.setLineMatrix(3, 2, 1);
+    drawLine.setLineMatrix(4, 2, 2);
+
+    renamed->moduleData()->setName(QStringLiteral("Billing"));
+    drawLine.RedefineModule(2, form, 1, QStringLiteral("Accounts"));
+
+    QCOMPARE(source->moduleData()->definition().Properties(key).Value().toString(), expected);
+    QCOMPARE(witness->moduleData()->definition().NextModule(), "[Billing]");
+    if (key != "NextModule")
+        QCOMPARE(source->moduleData()->definition().NextModule(), "[Elsewhere]");
+}
+
+void tst_clsDrawLine::missingArrowFailsAndCanvasRepaints()
+{
+    TestForm form;
+    clsDrawLine drawLine;
+    form.addModule(drawLine, 0, 1);
+    form.addModule(drawLine, 1, 0);
+    drawLine.setLineMatrix(0, 1, 6); // arrow 6 was never loaded
+    QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.RedefineModule(0, form, 1));
+    QVERIFY2(form.picMain()->updatesEnabled(), "a failed redraw must not freeze the canvas");
+}
+
+void tst_clsDrawLine::moveModuleWithManyArrows()
+{
+    // A module linked to five hundred others is dragged: the drop re-places
+    // every arrow of its row and column.
+    TestForm form;
+    clsDrawLine drawLine;
+    constexpr qint16 Others = 500;
+    VorelModule *hub = nullptr;
+    for (qint16 i = 0; i <= Others; ++i) {
+        VorelModule *m
+                = form.addModule(drawLine, i, 3, 300 + (i % 25) * 3000, 300 + (i / 25) * 1500);
+        if (i == 0)
+            hub = m;
+    }
+    form.VorelDirection1().load(0);
+    for (qint16 i = 1; i <= Others; ++i) {
+        form.VorelDirection1().load(i);
+        drawLine.setLineMatrix(0, i, i);
+    }
+    form.picMain()->show();
+    QVERIFY(QTest::qWaitForWindowExposed(form.picMain()));
+    float shift = 0;
+    QBENCHMARK
+    {
+        shift += 15.5f;
+        hub->setLeft(30000 + shift);
+        drawLine.RedefineModule(0, form, 3);
+    }
+    QVERIFY(!form.VorelDirection1().at(Others)->isHidden());
+}
+
+QTEST_MAIN(tst_clsDrawLine)
+#include "tst_clsdrawline.moc"
