@@ -1,0 +1,534 @@
+#include "frmappmain.h"
+
+#include "frmscriptviewer.h"
+#include "frmsplash.h"
+#include "helpwindow.h"
+#include "ivrerror.h"
+#include "mainsettings.h"
+#include "mdiarranger.h"
+#include "msgbox.h"
+#include "screenpointer.h"
+#include "scriptutility.h"
+#include "selectedmoduletype.h"
+#include "shellicons.h"
+#include "statuspanels.h"
+#include "toolbox.h"
+#include "unhandledfailure.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QPointer>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace {
+
+QPointer<frmAppMain> g_instance;
+
+constexpr float TwipsPerPixel = 15.0f;
+
+const char kDesignerTopic[] = "bdw_d_designer.htm";
+
+} // namespace
+
+frmAppMain *frmAppMain::instance()
+{
+    if (!g_instance)
+        g_instance = new frmAppMain;
+    return g_instance;
+}
+
+frmAppMain *frmAppMain::existing()
+{
+    return g_instance;
+}
+
+frmAppMain::frmAppMain()
+    : m_mdi(new QMdiArea(this))
+    , m_toolbox(new ivr::Toolbox(this))
+    , m_statusBar(new ivr::StatusPanels(this))
+{
+    setObjectName(QStringLiteral("frmAppMain"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("Brindlewave IVR Script Designer"));
+    setAccessibleName(windowTitle());
+    setWindowIcon(ivr::ShellIcons::window());
+    setContextMenuPolicy(Qt::PreventContextMenu);
+
+    m_mdi->setObjectName(QStringLiteral("MDIClient"));
+    m_mdi->setAccessibleName(QStringLiteral("Script windows"));
+    m_mdi->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_mdi->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setCentralWidget(m_mdi);
+    setStatusBar(m_statusBar);
+
+    createActions();
+    createMenus();
+    createToolBars();
+    for (QWidget *bar : {static_cast<QWidget *>(m_toolBar),
+                         static_cast<QWidget *>(m_toolboxBar),
+                         static_cast<QWidget *>(m_statusBar),
+                         m_mdi->viewport()})
+        watchPointer(bar);
+    ivr::setAppMain(this);
+}
+
+frmAppMain::~frmAppMain()
+{
+    if (ivr::appMain() == this)
+        ivr::setAppMain(nullptr);
+}
+
+QIcon frmAppMain::frameIcon() const
+{
+    return windowIcon();
+}
+
+void frmAppMain::setStatusText(const QString &text)
+{
+    m_statusBar->setPanelText(text);
+}
+
+QAction *frmAppMain::command(const QString &name) const
+{
+    const auto found = m_commands.find(name);
+    return found == m_commands.end() ? nullptr : found->second;
+}
+
+QAction *
+frmAppMain::makeAction(const QString &name, const QString &text, void (frmAppMain::*slot)())
+{
+    auto *action = new QAction(text, this);
+    action->setObjectName(name);
+    m_commands.emplace(name, action);
+    if (slot)
+        connect(action, &QAction::triggered, this, [this, slot] { (this->*slot)(); });
+    return action;
+}
+
+void frmAppMain::createActions()
+{
+    makeAction("mnuFileNew", "&New", &frmAppMain::mnuFileNew_Click)
+            ->setShortcut(Qt::CTRL | Qt::Key_N);
+    makeAction("mnuFileOpen", "&Open...", &frmAppMain::mnuFileOpen_Click)
+            ->setShortcut(Qt::CTRL | Qt::Key_O);
+    makeAction("mnuFileClose", "&Close", &frmAppMain::mnuFileClose_Click);
+    makeAction("mnuFileSave", "&Save", &frmAppMain::mnuFileSave_Click)
+            ->setShortcut(Qt::CTRL | Qt::Key_S);
+    makeAction("mnuFileSaveAs", "Save &As...", &frmAppMain::mnuFileSaveAs_Click);
+    makeAction("mnuFileProperties", "Propert&ies", &frmAppMain::mnuFileProperties_Click);
+    makeAction("mnuFileExit", "E&xit", &frmAppMain::mnuFileExit_Click);
+    makeAction("mnuEditProperty", "&Property", &frmAppMain::mnuEditProperty_Click);
+    makeAction("mnuEditDelete", "&Delete", &frmAppMain::mnuEditDelete_Click);
+    makeAction("mnuViewToolbar", "&Toolbar", &frmAppMain::mnuViewToolbar_Click)->setCheckable(true);
+    makeAction("mnuViewToolBox", "Tool&box", &frmAppMain::mnuViewToolBox_Click)->setCheckable(true);
+    makeAction("mnuViewStatusBar", "&Status Bar", &frmAppMain::mnuViewStatusBar_Click)
+            ->setCheckable(true);
+    makeAction("mnuWindowNewWindow", "&New Window", &frmAppMain::mnuFileNew_Click);
+    makeAction("mnuWindowCascade", "&Cascade", nullptr);
+    makeAction("mnuWindowTileHorizontal", "Tile &Horizontal", nullptr);
+    makeAction("mnuWindowTileVertical", "Tile &Vertical", nullptr);
+    makeAction("mnuWindowArrangeIcons", "&Arrange Icons", nullptr);
+    const char *const arrangements[] = {"mnuWindowCascade",
+                                        "mnuWindowTileHorizontal",
+                                        "mnuWindowTileVertical",
+                                        "mnuWindowArrangeIcons"};
+    for (int style = 0; style < 4; ++style) {
+        connect(command(arrangements[style]), &QAction::triggered, this, [this, style] {
+            ivr::MdiArranger::arrange(m_mdi, style);
+        });
+    }
+    makeAction("mnuHelpContents", "&Contents", &frmAppMain::mnuHelpContents_Click);
+    makeAction(
+            "mnuHelpSearchForHelpOn", "&Search For Help On...", &frmAppMain::mnuHelpContents_Click);
+    makeAction("mnuHelpAbout", "&About ", &frmAppMain::mnuHelpAbout_Click);
+    makeAction("cmdMain4", "Show Property", &frmAppMain::cmdMain4_Click);
+    makeAction("cmdMain5", "Run Script", &frmAppMain::cmdMain5_Click);
+
+    // The toolbar shares the menu's actions; the button shows the tool tip.
+    const char *const toolbar[][2] = {{"mnuFileNew", "Add New Script"},
+                                      {"mnuFileOpen", "Open Existing Script"},
+                                      {"mnuFileSave", "Save Changes"},
+                                      {"mnuEditDelete", "Delete"},
+                                      {"cmdMain4", "Show Property"},
+                                      {"cmdMain5", "Run Script"},
+                                      {"mnuFileExit", "Exit"}};
+    for (int index = 0; index < 7; ++index) {
+        QAction *action = command(toolbar[index][0]);
+        action->setToolTip(toolbar[index][1]);
+        action->setIcon(ivr::ShellIcons::toolbar(index));
+        action->setIconVisibleInMenu(false);
+        m_commands.emplace(QStringLiteral("cmdMain%1").arg(index), action);
+    }
+
+    m_mnuWaveFiles = new QAction(QStringLiteral("&Wave Files"), this);
+    m_mnuWaveFiles->setObjectName(QStringLiteral("mnuWaveFiles"));
+    m_mnuProperty = new QAction(QStringLiteral("&Property"), this);
+    m_mnuProperty->setObjectName(QStringLiteral("mnuProperty"));
+}
+
+void frmAppMain::createMenus()
+{
+    QMenuBar *bar = menuBar();
+    bar->setAccessibleName(QStringLiteral("Menu bar"));
+    auto addMenu = [bar](const char *name,
+                         const QString &caption,
+                         std::initializer_list<QAction *> entries) {
+        QMenu *menu = bar->addMenu(caption);
+        menu->setObjectName(QString::fromLatin1(name));
+        for (QAction *entry : entries) {
+            if (entry)
+                menu->addAction(entry);
+            else
+                menu->addSeparator();
+        }
+        return menu;
+    };
+    auto c = [this](const char *name) {
+        return command(QString::fromLatin1(name));
+    };
+    addMenu("mnuFile",
+            "&File",
+            {c("mnuFileNew"),
+             c("mnuFileOpen"),
+             c("mnuFileClose"),
+             nullptr,
+             c("mnuFileSave"),
+             c("mnuFileSaveAs"),
+             nullptr,
+             c("mnuFileProperties"),
+             nullptr,
+             c("mnuFileExit")});
+    addMenu("mnuEdit", "&Edit", {c("mnuEditProperty"), nullptr, c("mnuEditDelete")});
+    addMenu("mnuView", "&View", {c("mnuViewToolbar"), c("mnuViewToolBox"), c("mnuViewStatusBar")});
+    m_mnuWindow = addMenu("mnuWindow",
+                          "&Window",
+                          {c("mnuWindowNewWindow"),
+                           nullptr,
+                           c("mnuWindowCascade"),
+                           c("mnuWindowTileHorizontal"),
+                           c("mnuWindowTileVertical"),
+                           c("mnuWindowArrangeIcons")});
+    connect(m_mnuWindow, &QMenu::aboutToShow, this, &frmAppMain::fillWindowMenu);
+    addMenu("mnuHelp",
+            "&Help",
+            {c("mnuHelpContents"), c("mnuHelpSearchForHelpOn"), nullptr, c("mnuHelpAbout")});
+
+    // The canvas's popup, never in the bar. Its entries' clicks belong to
+    // whichever script window is active.
+    m_mnuScript = new QMenu(QStringLiteral("ScriptView"), this);
+    m_mnuScript->setObjectName(QStringLiteral("mnuScript"));
+    m_mnuScript->addAction(m_mnuWaveFiles);
+    m_mnuScript->addAction(m_mnuProperty);
+}
+
+void frmAppMain::fillWindowMenu()
+{
+    // Below the fixed entries: the list of the open windows.
+    const QList<QAction *> entries = m_mnuWindow->actions();
+    for (QAction *entry : entries) {
+        if (entry->property("windowListEntry").toBool()) {
+            m_mnuWindow->removeAction(entry);
+            entry->deleteLater();
+        }
+    }
+    const QList<QMdiSubWindow *> windows = m_mdi->subWindowList(QMdiArea::CreationOrder);
+    if (windows.isEmpty())
+        return;
+    QAction *separator = m_mnuWindow->addSeparator();
+    separator->setProperty("windowListEntry", true);
+    for (int i = 0; i < windows.size(); ++i) {
+        QMdiSubWindow *window = windows.at(i);
+        const QString text = i < 9 ? QStringLiteral("&%1 %2").arg(i + 1).arg(window->windowTitle())
+                                   : QStringLiteral("%1 %2").arg(i + 1).arg(window->windowTitle());
+        QAction *entry = m_mnuWindow->addAction(text);
+        entry->setProperty("windowListEntry", true);
+        entry->setCheckable(true);
+        entry->setChecked(window == m_mdi->activeSubWindow());
+        QPointer<QMdiSubWindow> target(window);
+        connect(entry, &QAction::triggered, this, [this, target] {
+            if (target)
+                m_mdi->setActiveSubWindow(target);
+        });
+    }
+}
+
+void frmAppMain::createToolBars()
+{
+    m_toolBar = addToolBar(QStringLiteral("Toolbar"));
+    m_toolBar->setObjectName(QStringLiteral("XPSideMenu2"));
+    m_toolBar->setAccessibleName(QStringLiteral("Toolbar"));
+    m_toolBar->setMovable(false);
+    m_toolBar->setFloatable(false);
+    m_toolBar->setIconSize(QSize(42, 42));
+    for (int index = 0; index < 7; ++index) {
+        QAction *action = command(QStringLiteral("cmdMain%1").arg(index));
+        m_toolBar->addAction(action);
+        if (QWidget *button = m_toolBar->widgetForAction(action)) {
+            button->setObjectName(QStringLiteral("cmdMain%1").arg(index));
+            button->setAccessibleName(action->toolTip());
+            button->setFocusPolicy(Qt::TabFocus);
+        }
+        if (index == 2 || index == 3 || index == 5)
+            m_toolBar->addSeparator();
+    }
+
+    m_toolboxBar = new QToolBar(QStringLiteral("Toolbox"), this);
+    m_toolboxBar->setObjectName(QStringLiteral("XPSideMenu1"));
+    m_toolboxBar->setAccessibleName(QStringLiteral("Toolbox"));
+    m_toolboxBar->setMovable(false);
+    m_toolboxBar->setFloatable(false);
+    m_toolboxBar->addWidget(m_toolbox);
+    addToolBar(Qt::LeftToolBarArea, m_toolboxBar);
+}
+
+void frmAppMain::watchPointer(QWidget *widget)
+{
+    widget->setMouseTracking(true);
+    widget->installEventFilter(this);
+    for (QWidget *child : widget->findChildren<QWidget *>())
+        watchPointer(child);
+}
+
+bool frmAppMain::eventFilter(QObject *watched, QEvent *event)
+{
+    // Moving over the bars undoes the arrow or cross that the canvas sets.
+    if (event->type() == QEvent::MouseMove || event->type() == QEvent::HoverMove)
+        ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmAppMain::OpenWith(const QString &path)
+{
+    m_PendingOpenPath = path;
+    load();
+    show();
+    ivr::UnhandledFailure::setMainWindowShown(true);
+}
+
+void frmAppMain::load()
+{
+    ivr::MainSettings settings;
+    settings.read();
+    move(qRound(settings.MainLeft / TwipsPerPixel), qRound(settings.MainTop / TwipsPerPixel));
+    resize(qRound(settings.MainWidth / TwipsPerPixel), qRound(settings.MainHeight / TwipsPerPixel));
+    command("mnuViewToolbar")->setChecked(settings.ShowToolBar);
+    command("mnuViewStatusBar")->setChecked(settings.ShowStatusBar);
+    command("mnuViewToolBox")->setChecked(settings.ShowToolBox);
+    m_toolboxBar->setVisible(settings.ShowToolBox);
+    m_statusBar->setVisible(settings.ShowStatusBar);
+    m_toolBar->setVisible(settings.ShowToolBar);
+
+    ivr::setSelectedModuleType(0);
+    frmScriptViewer *first = NewScriptWindow();
+    // Every run begins with the first window maximized, whatever the last did.
+    QMdiSubWindow *child = m_mdi->activeSubWindow();
+    if (!child)
+        child = qobject_cast<QMdiSubWindow *>(first->parentWidget());
+    if (child)
+        child->showMaximized();
+    if (ivr::ScriptUtility::FileExists(m_PendingOpenPath))
+        first->OpenScript(m_PendingOpenPath);
+}
+
+void frmAppMain::unload()
+{
+    ivr::MainSettings settings;
+    settings.MainLeft = float(pos().x()) * TwipsPerPixel;
+    settings.MainTop = float(pos().y()) * TwipsPerPixel;
+    settings.MainWidth = float(width()) * TwipsPerPixel;
+    settings.MainHeight = float(height()) * TwipsPerPixel;
+    settings.ShowToolBar = command("mnuViewToolbar")->isChecked();
+    settings.ShowStatusBar = command("mnuViewStatusBar")->isChecked();
+    settings.ShowToolBox = command("mnuViewToolBox")->isChecked();
+    settings.write(isMinimized());
+}
+
+void frmAppMain::closeEvent(QCloseEvent *event)
+{
+    // Every script window is asked before any closes, and the first refusal
+    // keeps all of them (and the frame) open.
+    QList<frmScriptViewer *> viewers;
+    for (QMdiSubWindow *child : m_mdi->subWindowList(QMdiArea::CreationOrder)) {
+        if (auto *viewer = qobject_cast<frmScriptViewer *>(child->widget()))
+            viewers << viewer;
+    }
+    for (frmScriptViewer *viewer : std::as_const(viewers)) {
+        if (!viewer->QueryUnload()) {
+            event->ignore();
+            return;
+        }
+    }
+    for (frmScriptViewer *viewer : std::as_const(viewers))
+        viewer->setQueryAnswered(true);
+    unload();
+    event->accept();
+}
+
+frmScriptViewer *frmAppMain::NewScriptWindow()
+{
+    ++m_ScriptWindowCount;
+    auto *viewer = new frmScriptViewer;
+    viewer->setWindowTitle(QStringLiteral("IVR Script %1").arg(m_ScriptWindowCount));
+    QMdiSubWindow *child = m_mdi->addSubWindow(viewer);
+    child->setAttribute(Qt::WA_DeleteOnClose);
+    viewer->show();
+    m_mdi->setActiveSubWindow(child);
+    return viewer;
+}
+
+void frmAppMain::ResetToolbox()
+{
+    m_toolbox->ResetToolbox();
+}
+
+QMdiSubWindow *frmAppMain::activeChild() const
+{
+    return m_mdi->activeSubWindow();
+}
+
+frmScriptViewer *frmAppMain::activeScriptViewer() const
+{
+    QMdiSubWindow *child = activeChild();
+    return child ? qobject_cast<frmScriptViewer *>(child->widget()) : nullptr;
+}
+
+void frmAppMain::mnuFileNew_Click()
+{
+    ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    NewScriptWindow();
+}
+
+void frmAppMain::mnuFileOpen_Click()
+{
+    ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    const QString extension = ivr::ScriptUtility::ScriptExtension();
+    m_dlgCommonDialog.DialogTitle = QStringLiteral("Open Brindlewave IVR Script ");
+    m_dlgCommonDialog.CancelError = false;
+    m_dlgCommonDialog.Filter = QStringLiteral("Brindlewave IVR Script (*.") + extension
+                               + QStringLiteral(") |*.") + extension;
+    m_dlgCommonDialog.Flags = 0x81014;
+    m_dlgCommonDialog.FileName.clear();
+    m_dlgCommonDialog.ShowOpen(this);
+    if (m_dlgCommonDialog.FileName.isEmpty())
+        return;
+    // A new window every time, even when the open then fails.
+    const QString name = m_dlgCommonDialog.FileName;
+    NewScriptWindow()->OpenScript(name);
+}
+
+void frmAppMain::mnuFileClose_Click()
+{
+    if (activeScriptViewer())
+        activeChild()->close();
+}
+
+void frmAppMain::mnuFileSave_Click()
+{
+    ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    if (frmScriptViewer *viewer = activeScriptViewer())
+        viewer->SaveScript(false);
+}
+
+void frmAppMain::mnuFileSaveAs_Click()
+{
+    if (frmScriptViewer *viewer = activeScriptViewer())
+        viewer->SaveScript(true);
+}
+
+void frmAppMain::mnuFileProperties_Click()
+{
+    // The entry exists and does nothing, on purpose.
+}
+
+void frmAppMain::mnuFileExit_Click()
+{
+    ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    close();
+}
+
+// Guard A: every child is a script window, so the test for one is only a
+// safeguard against calling into a window of another kind.
+void frmAppMain::mnuEditProperty_Click()
+{
+    if (!activeChild())
+        return;
+    if (frmScriptViewer *viewer = activeScriptViewer())
+        viewer->ShowProperty();
+}
+
+void frmAppMain::mnuEditDelete_Click()
+{
+    ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    if (!activeChild())
+        return;
+    if (frmScriptViewer *viewer = activeScriptViewer())
+        viewer->DeleteModule();
+}
+
+void frmAppMain::cmdMain4_Click()
+{
+    ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    if (frmScriptViewer *viewer = activeScriptViewer())
+        viewer->ShowPropertyDialog();
+}
+
+void frmAppMain::cmdMain5_Click()
+{
+    ivr::ScreenPointer::set(ivr::ScreenPointer::Default);
+    if (frmScriptViewer *viewer = activeScriptViewer())
+        viewer->RunScript();
+}
+
+// The check mark has been inverted by the action itself.
+void frmAppMain::mnuViewToolbar_Click()
+{
+    m_toolBar->setVisible(command("mnuViewToolbar")->isChecked());
+}
+
+void frmAppMain::mnuViewToolBox_Click()
+{
+    m_toolboxBar->setVisible(command("mnuViewToolBox")->isChecked());
+}
+
+void frmAppMain::mnuViewStatusBar_Click()
+{
+    m_statusBar->setVisible(command("mnuViewStatusBar")->isChecked());
+}
+
+void frmAppMain::mnuHelpContents_Click()
+{
+    showHelpTopic(QString::fromLatin1(kDesignerTopic));
+}
+
+void frmAppMain::showHelpContext(int context)
+{
+    const QString topic = ivr::HelpWindow::topicForContext(context);
+    showHelpTopic(topic.isEmpty() ? QString::fromLatin1(kDesignerTopic) : topic);
+}
+
+void frmAppMain::showHelpTopic(const QString &topic)
+{
+    if (ivr::HelpWindow::helpFile().isEmpty()) {
+        ivr::MsgBox::show(QStringLiteral("Unable to display Help Contents. There is no Help "
+                                         "associated with this project."),
+                          QMessageBox::Information,
+                          QMessageBox::Ok,
+                          windowTitle());
+        return;
+    }
+    try {
+        ivr::HelpWindow::instance()->showTopic(topic);
+    } catch (const ivr::IvrError &error) {
+        ivr::MsgBox::show(error.description());
+    }
+}
+
+void frmAppMain::mnuHelpAbout_Click()
+{
+    frmSplash about;
+    about.ShowMe(true);
+}

@@ -1,0 +1,115 @@
+#pragma once
+
+#include "commondialog.h"
+#include "frameservices.h"
+
+#include <QMainWindow>
+
+#include <map>
+
+class QAction;
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class QToolBar;
+class frmScriptViewer;
+
+namespace ivr {
+class StatusPanels;
+class Toolbox;
+} // namespace ivr
+
+// The multiple-document frame: menus, the toolbar, the toolbox, the status
+// bar and the script windows. It holds no script data: every command either
+// manages windows or goes unchanged to the active script window. Nothing in
+// it is ever greyed; a command with no fitting window does nothing.
+class frmAppMain : public QMainWindow, public ivr::FrameServices
+{
+    Q_OBJECT
+
+public:
+    // The one main window, made at first reference.
+    static frmAppMain *instance();
+    // The main window if it exists, without making one.
+    static frmAppMain *existing();
+    ~frmAppMain() override;
+
+    // Loads the frame (settings, the first script window, the file if it
+    // exists) and shows it. A failure of the load leaves the frame hidden.
+    void OpenWith(const QString &path);
+    frmScriptViewer *NewScriptWindow();
+    void ResetToolbox();
+
+    QString PendingOpenPath() const { return m_PendingOpenPath; }
+    int ScriptWindowCount() const { return m_ScriptWindowCount; }
+    QMdiArea *mdiArea() const { return m_mdi; }
+    ivr::Toolbox *toolbox() const { return m_toolbox; }
+    ivr::StatusPanels *sbStatusBar() const { return m_statusBar; }
+    QToolBar *XPSideMenu1() const { return m_toolboxBar; }
+    QToolBar *XPSideMenu2() const { return m_toolBar; }
+    // A command by its name: "mnuFileNew", "cmdMain4", ...
+    QAction *command(const QString &name) const;
+
+    // FrameServices.
+    QWidget *frameWidget() override { return this; }
+    QIcon frameIcon() const override;
+    void setStatusText(const QString &text) override;
+    ivr::CommonDialog &dlgCommonDialog() override { return m_dlgCommonDialog; }
+    QMenu *mnuScript() override { return m_mnuScript; }
+    QAction *mnuWaveFiles() override { return m_mnuWaveFiles; }
+    QAction *mnuProperty() override { return m_mnuProperty; }
+    void showHelpContext(int context) override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    frmAppMain();
+    QAction *makeAction(const QString &name, const QString &text, void (frmAppMain::*slot)());
+    void createActions();
+    void createMenus();
+    void createToolBars();
+    void watchPointer(QWidget *widget);
+    void load();
+    void unload();
+    void fillWindowMenu();
+
+    // Guard A: any active child. Guard B: an active script window.
+    QMdiSubWindow *activeChild() const;
+    frmScriptViewer *activeScriptViewer() const;
+
+    // Command handlers, by the name of their menu entry.
+    void mnuFileNew_Click();
+    void mnuFileOpen_Click();
+    void mnuFileClose_Click();
+    void mnuFileSave_Click();
+    void mnuFileSaveAs_Click();
+    void mnuFileProperties_Click();
+    void mnuFileExit_Click();
+    void mnuEditProperty_Click();
+    void mnuEditDelete_Click();
+    void cmdMain4_Click();
+    void cmdMain5_Click();
+    void mnuViewToolbar_Click();
+    void mnuViewToolBox_Click();
+    void mnuViewStatusBar_Click();
+    void mnuHelpContents_Click();
+    void mnuHelpAbout_Click();
+    void showHelpTopic(const QString &topic);
+
+    QString m_PendingOpenPath;
+    int m_ScriptWindowCount = 0;
+    ivr::CommonDialog m_dlgCommonDialog;
+    QMdiArea *m_mdi = nullptr;
+    ivr::Toolbox *m_toolbox = nullptr;
+    ivr::StatusPanels *m_statusBar = nullptr;
+    QToolBar *m_toolBar = nullptr;
+    QToolBar *m_toolboxBar = nullptr;
+    QMenu *m_mnuWindow = nullptr;
+    QMenu *m_mnuScript = nullptr;
+    QAction *m_mnuWaveFiles = nullptr;
+    QAction *m_mnuProperty = nullptr;
+    std::map<QString, QAction *> m_commands;
+};

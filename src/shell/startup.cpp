@@ -1,0 +1,73 @@
+#include "startup.h"
+
+#include "appfolder.h"
+#include "calllog.h"
+#include "frmappmain.h"
+#include "frmsplash.h"
+#include "helpwindow.h"
+#include "hiddenprocess.h"
+#include "ivrerror.h"
+#include "scriptutility.h"
+#include "unhandledfailure.h"
+
+#ifdef IVR_HAVE_ENQUIRY
+#include "frmivr.h"
+#endif
+
+#include <QCoreApplication>
+
+#include <memory>
+
+namespace ivr {
+
+QString Startup::commandTail(const QStringList &arguments)
+{
+    return arguments.join(QLatin1Char(' '));
+}
+
+void Startup::ShowEnquiryFormIfWanted()
+{
+    const bool showRegForm = CallLog::readShowRegForm();
+    if (showRegForm)
+        return;
+#ifdef IVR_HAVE_ENQUIRY
+    // The form opens the call log again itself to store its check box.
+    frmIVR form;
+    form.exec();
+#endif
+}
+
+int Startup::Main(const QStringList &arguments)
+{
+    HiddenProcess::start(AppFolder::file(QStringLiteral("regSvr.sh")), {}, AppFolder::path());
+    HelpWindow::setHelpFile(AppFolder::file(QStringLiteral("BdwIVRS.qch")));
+
+    auto splash = std::make_unique<frmSplash>();
+    splash->show();
+    splash->repaint();
+    // Let the window system map it, so that it stands on the screen during
+    // everything that follows; input waits.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+
+    try {
+        ShowEnquiryFormIfWanted();
+        QString tail = commandTail(arguments);
+        if (!tail.isEmpty() && !ScriptUtility::FileExists(tail))
+            tail.clear();
+        frmAppMain::instance()->OpenWith(tail);
+    } catch (const IvrError &error) {
+        splash.reset();
+        // A main window that failed in its load was never shown: it goes
+        // without its unload, which would write the settings.
+        if (frmAppMain *frame = frmAppMain::existing(); frame && !frame->isVisible())
+            delete frame;
+        UnhandledFailure::show(error.description());
+        return 1;
+    }
+
+    splash->repaint();
+    splash.reset();
+    return 0;
+}
+
+} // namespace ivr

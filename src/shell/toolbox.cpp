@@ -1,0 +1,165 @@
+#include "toolbox.h"
+
+#include "ivrcheck.h"
+#include "moduleicon.h"
+#include "selectedmoduletype.h"
+
+#include <QIcon>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace ivr {
+
+namespace {
+
+struct Tool
+{
+    int index;
+    const char *tip;
+};
+
+// Screen order; 13 lies between 8 and 9 on purpose.
+const Tool kTools[] = {
+        {0, "Select"},
+        {3, "Play Message"},
+        {4, "get Digits"},
+        {5, "get Number Buffer"},
+        {6, "Transfer Call"},
+        {7, "Record Message"},
+        {8, "Database Query"},
+        {13, "Check Condition"},
+        {9, "Send E-Mail"},
+        {11, "Run Other Application"},
+        {12, "Start Other Vorel IVR Script"},
+};
+
+// The order in which ResetToolbox walks the buttons.
+const int kResetOrder[] = {0, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13};
+
+constexpr QSize SelectedPicture{88, 44};
+constexpr QSize PlainPicture{70, 35};
+
+// One factor for both sizes, taken from the larger one and the room that the
+// button leaves inside its frame.
+qreal pictureScale()
+{
+    const QSize room = ToolboxButton::ButtonSize - QSize(6, 6);
+    return qMin(qreal(room.width()) / SelectedPicture.width(),
+                qreal(room.height()) / SelectedPicture.height());
+}
+
+QPixmap toolPicture(int index, QSize size, bool hover)
+{
+    return index == 0 ? ModuleIcon::selectTool(size, hover)
+                      : ModuleIcon::picture(index, size, hover);
+}
+
+} // namespace
+
+ToolboxButton::ToolboxButton(int index, const QString &tip, QWidget *parent)
+    : QToolButton(parent)
+    , m_index(index)
+{
+    setObjectName(QStringLiteral("cmdModule%1").arg(index));
+    setToolTip(tip);
+    setAccessibleName(tip);
+    setCheckable(true);
+    setAutoRaise(true);
+    setFixedSize(ButtonSize);
+    setFocusPolicy(Qt::TabFocus);
+    setMouseTracking(true);
+    redraw();
+}
+
+void ToolboxButton::setTogglePressed(bool pressed)
+{
+    setChecked(pressed);
+}
+
+void ToolboxButton::setPictureWidth(int width)
+{
+    m_pictureSize.setWidth(width);
+    redraw();
+}
+
+void ToolboxButton::setPictureHeight(int height)
+{
+    m_pictureSize.setHeight(height);
+    redraw();
+}
+
+void ToolboxButton::redraw()
+{
+    const QSize shown = (QSizeF(m_pictureSize) * pictureScale()).toSize();
+    QIcon icon;
+    icon.addPixmap(toolPicture(m_index, shown, false), QIcon::Normal);
+    icon.addPixmap(toolPicture(m_index, shown, true), QIcon::Active);
+    setIcon(icon);
+    setIconSize(shown);
+}
+
+Toolbox::Toolbox(QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("XPSideMenu1"));
+    setAccessibleName(QStringLiteral("Toolbox"));
+    setMouseTracking(true);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(3, 3, 3, 3); // 45 twips
+    layout->setSpacing(3);                  // the 540-twip pitch less the button
+    for (const Tool &tool : kTools) {
+        auto *button = new ToolboxButton(tool.index, QString::fromLatin1(tool.tip), this);
+        m_buttons.emplace(tool.index, button);
+        layout->addWidget(button);
+        const int index = tool.index;
+        connect(button, &QToolButton::clicked, this, [this, index] { cmdModule_Click(index); });
+    }
+    auto *filler = new QLabel(this);
+    filler->setObjectName(QStringLiteral("Label1_1"));
+    filler->setMouseTracking(true);
+    layout->addWidget(filler, 1);
+
+    cmdModule(0)->setTogglePressed(true);
+    cmdModule(0)->setPictureHeight(SelectedPicture.height());
+    cmdModule(0)->setPictureWidth(SelectedPicture.width());
+}
+
+const QList<int> &Toolbox::screenOrder()
+{
+    static const QList<int> order = [] {
+        QList<int> list;
+        for (const Tool &tool : kTools)
+            list << tool.index;
+        return list;
+    }();
+    return order;
+}
+
+ToolboxButton *Toolbox::cmdModule(int index) const
+{
+    const auto found = m_buttons.find(index);
+    IVR_CHECK(found != m_buttons.end(), return nullptr);
+    return found->second;
+}
+
+void Toolbox::ResetToolbox()
+{
+    for (int index : kResetOrder)
+        cmdModule(index)->setTogglePressed(false);
+    for (int index : kResetOrder)
+        cmdModule(index)->setPictureHeight(PlainPicture.height());
+    for (int index : kResetOrder)
+        cmdModule(index)->setPictureWidth(PlainPicture.width());
+}
+
+void Toolbox::cmdModule_Click(int index)
+{
+    ResetToolbox();
+    setSelectedModuleType(qint16(index));
+    ToolboxButton *button = cmdModule(index);
+    button->setTogglePressed(true);
+    button->setPictureHeight(SelectedPicture.height());
+    button->setPictureWidth(SelectedPicture.width());
+}
+
+} // namespace ivr
