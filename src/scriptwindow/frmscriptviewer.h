@@ -113,7 +113,7 @@ private:
     void FinishEdit(qint16 Index, bool Edited);
     void editCommonModule();
     void editWaveFiles();
-    QDialog *makeDialog(int moduleType, qint16 Index);
+    QDialog *makeDialog(const QString &dialogName, qint16 Index);
 
     ControlArray<VorelModule> m_cmVorelModule;
     ControlArray<VorelDirection> m_VorelDirection1;

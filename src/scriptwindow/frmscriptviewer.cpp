@@ -1,0 +1,524 @@
+#include "frmscriptviewer.h"
+
+#include "appfolder.h"
+#include "frameservices.h"
+#include "ivrcheck.h"
+#include "ivrerror.h"
+#include "moduletypes.h"
+#include "msgbox.h"
+#include "screenpointer.h"
+#include "scriptcanvas.h"
+#include "scriptconstants.h"
+#include "selectedmoduletype.h"
+#include "twips.h"
+#include "voreldirection.h"
+#include "vorelmodule.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QRubberBand>
+#include <QScrollBar>
+
+#include <cmath>
+
+using namespace ivr;
+
+namespace {
+
+const QColor BackColour(192, 192, 255);
+
+QString withoutBrackets(const QString &name)
+{
+    return name.mid(1, name.size() - 2);
+}
+
+// A scroll bar property takes a floating-point result rounded half to even.
+int toBarValue(double value)
+{
+    return int(std::nearbyint(value));
+}
+
+} // namespace
+
+frmScriptViewer::frmScriptViewer(QWidget *parent)
+    : QWidget(parent)
+    , m_cmVorelModule([this](qint16 index) { return makeModule(index); })
+    , m_VorelDirection1([this](qint16 index) { return makeArrow(index); })
+{
+    setWindowTitle(QStringLiteral("Vorel Script"));
+    setMouseTracking(true);
+    setFont(QFont(QStringLiteral("DejaVu Sans"), 8));
+    QPalette back = palette();
+    back.setColor(QPalette::Window, BackColour);
+    setPalette(back);
+    setAutoFillBackground(true);
+    resize(Twips::toPixels(8025), Twips::toPixels(6300));
+    if (appMain())
+        setWindowIcon(appMain()->frameIcon());
+
+    m_FileName.clear();
+    m_picMain = new ScriptCanvas(this);
+    m_picMain->setFixedSize(Twips::toPixels(CanvasWidth), Twips::toPixels(CanvasHeight));
+    m_picMain->move(0, 0);
+    connect(m_picMain, &ScriptCanvas::mouseMoved, this, &frmScriptViewer::canvasMouseMove);
+    connect(m_picMain, &ScriptCanvas::mouseReleased, this, &frmScriptViewer::canvasMouseUp);
+    m_dragOutline = new QRubberBand(QRubberBand::Rectangle, m_picMain);
+
+    m_scrlVert = new QScrollBar(Qt::Vertical, this);
+    m_scrlHori = new QScrollBar(Qt::Horizontal, this);
+    m_scrlVert->setObjectName(QStringLiteral("scrlVert"));
+    m_scrlHori->setObjectName(QStringLiteral("scrlHori"));
+    for (QScrollBar *bar : {m_scrlVert, m_scrlHori}) {
+        bar->setPageStep(3000);
+        bar->setSingleStep(300);
+    }
+    m_scrlVert->move(m_scrlVert->x(), 0);
+    m_scrlHori->move(0, m_scrlHori->y());
+    const auto scrollHori = [this](int value) {
+        m_picMain->move(Twips::toPixels(value * -1 * 10.0f), m_picMain->y());
+    };
+    const auto scrollVert = [this](int value) {
+        m_picMain->move(m_picMain->x(), Twips::toPixels(value * -1 * 10.0f));
+    };
+    connect(m_scrlHori, &QScrollBar::valueChanged, this, scrollHori);
+    connect(m_scrlHori, &QScrollBar::sliderMoved, this, scrollHori);
+    connect(m_scrlVert, &QScrollBar::valueChanged, this, scrollVert);
+    connect(m_scrlVert, &QScrollBar::sliderMoved, this, scrollVert);
+
+    m_VorelDirection1.load(0);
+
+    m_cmVorelModule.load(0);
+    m_DrawLine.Add(0, *this);
+    m_cmVorelModule.at(0)->Create(ModuleTypes::Connected,
+                                  withoutBrackets(ScriptConstants::ConnectedModuleKey()));
+    m_cmVorelModule.load(1);
+    m_DrawLine.Add(1, *this);
+    m_cmVorelModule.at(1)->Create(ModuleTypes::EndCall,
+                                  withoutBrackets(ScriptConstants::EndModuleKey()));
+    const float standingTops[] = {675, 3870};
+    for (qint16 i = 0; i <= 1; ++i) {
+        VorelModule *module = m_cmVorelModule.at(i);
+        module->setLeft(1215);
+        module->setTop(standingTops[i]);
+        module->setVisible(true);
+    }
+    m_cmVorelModule.at(0)->moduleData()->definition().setNextModule(
+            ScriptConstants::EndModuleKey());
+    m_VorelDirection1.load(1);
+    m_DrawLine.setLineMatrix(0, 1, 1);
+    m_DrawLine.RedefineModule(0, *this, 1, QString());
+
+    m_CommonModule = std::make_shared<ModuleData>();
+    m_CommonModule->setModuleType(ModuleTypes::Common);
+    m_CommonModule->setName(withoutBrackets(ScriptConstants::ReservedModuleName()));
+    m_CommonModule->definition().setBeepFileName(
+            AppFolder::file(QStringLiteral("Greeting/beep.wav")));
+    m_Changed = false;
+}
+
+frmScriptViewer::~frmScriptViewer()
+{
+    setScriptMenuAttached(false);
+    if (m_dialog)
+        m_dialog->close();
+}
+
+QWidget *frmScriptViewer::picMain()
+{
+    return m_picMain;
+}
+
+VorelModule *frmScriptViewer::makeModule(qint16 index)
+{
+    auto *module = new VorelModule(index, m_picMain);
+    connect(module, &VorelModule::GotFocus, this, [this](qint16 i) {
+        if (m_cmVorelModule.exists(i))
+            setStatusText(m_cmVorelModule.at(i)->Caption());
+    });
+    connect(module, &VorelModule::MarkRequest, this, [this](qint16 i, int) {
+        if (m_cmVorelModule.exists(i))
+            m_cmVorelModule.at(i)->setMark(0);
+    });
+    // Both requests may come from inside the module's own key or menu
+    // handler; deleting the module there would pull the object from under
+    // that handler, so they run once it has returned.
+    connect(module,
+            &VorelModule::PropertyRequest,
+            this,
+            &frmScriptViewer::EditModule,
+            Qt::QueuedConnection);
+    connect(module,
+            &VorelModule::DeleteRequest,
+            this,
+            &frmScriptViewer::RemoveModule,
+            Qt::QueuedConnection);
+    connect(module, &VorelModule::ModuleChanged, this, [this](qint16) { m_Changed = true; });
+    connect(module, &VorelModule::ModuleResized, this, [this](qint16 i) {
+        m_DrawLine.RedefineModule(i, *this, 3, QString());
+    });
+    connect(module,
+            &VorelModule::MouseDown,
+            this,
+            [this](qint16 i,
+                   Qt::MouseButton button,
+                   Qt::KeyboardModifiers,
+                   float x,
+                   float y,
+                   QPointF) { moduleMouseDown(i, button, x, y); });
+    connect(module,
+            &VorelModule::MouseMove,
+            this,
+            [this](qint16 i,
+                   Qt::MouseButtons buttons,
+                   Qt::KeyboardModifiers,
+                   float,
+                   float,
+                   QPointF globalPos) {
+                ScreenPointer::set(ScreenPointer::Default);
+                moduleMouseMove(i, buttons, globalPos);
+            });
+    connect(module,
+            &VorelModule::MouseUp,
+            this,
+            [this](qint16 i,
+                   Qt::MouseButton button,
+                   Qt::KeyboardModifiers,
+                   float,
+                   float,
+                   QPointF globalPos) { moduleMouseUp(i, button, globalPos); });
+    return module;
+}
+
+VorelDirection *frmScriptViewer::makeArrow(qint16 index)
+{
+    auto *arrow = new VorelDirection(index, m_picMain);
+    // A fresh arrow lies under the modules until it is placed; the modules
+    // keep their clicks where the two overlap.
+    arrow->lower();
+    return arrow;
+}
+
+void frmScriptViewer::setStatusText(const QString &text)
+{
+    if (appMain())
+        appMain()->setStatusText(text);
+}
+
+CommonDialog &frmScriptViewer::commonDialog()
+{
+    if (appMain())
+        return appMain()->dlgCommonDialog();
+    if (!m_localDialog)
+        m_localDialog = std::make_unique<CommonDialog>();
+    return *m_localDialog;
+}
+
+void frmScriptViewer::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placeBars();
+}
+
+void frmScriptViewer::placeBars()
+{
+    const QWidget *frame = appMain() ? appMain()->frameWidget() : nullptr;
+    if (isMinimized() || (m_subWindow && m_subWindow->isMinimized())
+        || (frame && frame->isMinimized()))
+        return;
+    const QSize outer = m_subWindow ? m_subWindow->size() : frameGeometry().size();
+    const double W = Twips::fromPixels(outer.width());
+    const double H = Twips::fromPixels(outer.height());
+    const int SW = width();
+    const int SH = height();
+
+    m_scrlVert->move(SW - m_scrlVert->width(), m_scrlVert->y());
+    m_scrlVert->resize(m_scrlVert->width(), SH - m_scrlHori->height());
+    m_scrlHori->move(m_scrlHori->x(), SH - m_scrlHori->height());
+    m_scrlHori->resize(SW - m_scrlVert->width(), m_scrlHori->height());
+
+    // A window larger than the canvas gets a maximum below zero; the bar
+    // then stands still at 0 instead of pushing the canvas away from the
+    // corner.
+    const int vertMax = toBarValue((CanvasHeight - H) / 10);
+    const int horiMax = toBarValue((CanvasWidth - W) / 10);
+    m_scrlVert->setRange(0, qMax(0, vertMax));
+    m_scrlHori->setRange(0, qMax(0, horiMax));
+    // Both bars step by the vertical maximum, the horizontal one too.
+    const int small = qMax(0, toBarValue(vertMax / 100.0));
+    const int large = qMax(0, toBarValue(vertMax / 10.0));
+    m_scrlVert->setSingleStep(small);
+    m_scrlHori->setSingleStep(small);
+    m_scrlVert->setPageStep(large);
+    m_scrlHori->setPageStep(large);
+}
+
+bool frmScriptViewer::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::ParentChange:
+    case QEvent::Show:
+        followSubWindow();
+        break;
+    case QEvent::WindowActivate:
+        if (!m_subWindow)
+            setScriptMenuAttached(true);
+        break;
+    case QEvent::WindowDeactivate:
+        if (!m_subWindow)
+            setScriptMenuAttached(false);
+        break;
+    default:
+        break;
+    }
+    return QWidget::event(event);
+}
+
+void frmScriptViewer::followSubWindow()
+{
+    auto *sub = qobject_cast<QMdiSubWindow *>(parentWidget());
+    if (sub == m_subWindow)
+        return;
+    if (m_subWindow)
+        disconnect(m_subWindow, nullptr, this, nullptr);
+    m_subWindow = sub;
+    if (!sub)
+        return;
+    connect(sub,
+            &QMdiSubWindow::windowStateChanged,
+            this,
+            [this](Qt::WindowStates, Qt::WindowStates now) {
+                setScriptMenuAttached(now.testFlag(Qt::WindowActive));
+                placeBars();
+            });
+    if (sub->windowState().testFlag(Qt::WindowActive))
+        setScriptMenuAttached(true);
+}
+
+void frmScriptViewer::setScriptMenuAttached(bool attached)
+{
+    disconnect(m_waveFilesClick);
+    disconnect(m_propertyClick);
+    if (!attached || !appMain())
+        return;
+    if (QAction *waveFiles = appMain()->mnuWaveFiles())
+        m_waveFilesClick
+                = connect(waveFiles, &QAction::triggered, this, &frmScriptViewer::editWaveFiles);
+    if (QAction *property = appMain()->mnuProperty())
+        m_propertyClick
+                = connect(property, &QAction::triggered, this, &frmScriptViewer::editCommonModule);
+}
+
+void frmScriptViewer::mouseMoveEvent(QMouseEvent *event)
+{
+    QWidget::mouseMoveEvent(event);
+    ScreenPointer::set(ScreenPointer::Default);
+}
+
+void frmScriptViewer::closeEvent(QCloseEvent *event)
+{
+    if (m_queryAnswered || QueryUnload())
+        event->accept();
+    else
+        event->ignore();
+}
+
+bool frmScriptViewer::QueryUnload()
+{
+    if (!m_Changed)
+        return true;
+    const auto answer = MsgBox::show(QStringLiteral("Do you want to save changes you made to ")
+                                             + windowTitle(),
+                                     QMessageBox::Question,
+                                     QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    switch (answer) {
+    case QMessageBox::Yes:
+        // A save that worked keeps the window open, now clean; the user
+        // closes it again. A save that failed or was cancelled lets it go.
+        return !SaveScript(false);
+    case QMessageBox::No:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Canvas editing
+
+void frmScriptViewer::canvasMouseMove()
+{
+    ScreenPointer::set(SelectedModuleType() < 2 ? ScreenPointer::Arrow : ScreenPointer::Cross);
+}
+
+void frmScriptViewer::canvasMouseUp(Qt::MouseButton button, QPointF pos, QPointF globalPos)
+{
+    if (button == Qt::RightButton) {
+        if (appMain() && appMain()->mnuScript())
+            appMain()->mnuScript()->popup(globalPos.toPoint());
+        return;
+    }
+    const qint16 type = SelectedModuleType();
+    if (type < 2)
+        return;
+    AddModule(type, Twips::fromPixels(pos.x()), Twips::fromPixels(pos.y()));
+    m_Changed = true;
+}
+
+qint16 frmScriptViewer::NextFreeModule()
+{
+    // Without holes the walk would end past the top; say so at once, which
+    // keeps opening a large script linear.
+    const qint16 top = m_cmVorelModule.ubound();
+    if (m_cmVorelModule.count() == top + 1)
+        return top + 1;
+    for (qint16 k = m_cmVorelModule.lbound(); k <= top; ++k) {
+        try {
+            m_cmVorelModule.at(k)->Caption();
+        } catch (const IvrError &) {
+            return k;
+        }
+    }
+    return top + 1;
+}
+
+qint16 frmScriptViewer::NextFreeArrow()
+{
+    const qint16 top = m_VorelDirection1.ubound();
+    if (m_VorelDirection1.count() == top + 1)
+        return top + 1;
+    for (qint16 k = m_VorelDirection1.lbound(); k <= top; ++k) {
+        try {
+            m_VorelDirection1.at(k)->Top();
+        } catch (const IvrError &) {
+            return k;
+        }
+    }
+    return top + 1;
+}
+
+void frmScriptViewer::AddModule(qint16 Type, float X, float Y)
+{
+    const qint16 k = NextFreeModule();
+    VorelModule *module = m_cmVorelModule.load(k);
+    m_DrawLine.Add(k, *this);
+    module->Create(Type, QString::number(k));
+    module->setLeft(X);
+    module->setTop(Y);
+    module->setVisible(true);
+}
+
+void frmScriptViewer::moduleMouseDown(qint16 index, Qt::MouseButton button, float x, float y)
+{
+    if (button != Qt::LeftButton || !m_cmVorelModule.exists(index))
+        return;
+    m_GrabX = x;
+    m_GrabY = y;
+    m_dragSource = m_cmVorelModule.at(index);
+}
+
+void frmScriptViewer::moduleMouseMove(qint16 index, Qt::MouseButtons buttons, QPointF globalPos)
+{
+    if (!m_dragSource || m_dragSource->Index() != index || !buttons.testFlag(Qt::LeftButton))
+        return;
+    // Only an outline follows the pointer; the module and its arrows move
+    // once, at the drop.
+    const QPoint at = m_picMain->mapFromGlobal(globalPos.toPoint());
+    m_dragOutline->setGeometry(QRect(
+            at - QPoint(Twips::toPixels(m_GrabX), Twips::toPixels(m_GrabY)), m_dragSource->size()));
+    m_dragOutline->show();
+    m_dragOutline->raise();
+}
+
+void frmScriptViewer::moduleMouseUp(qint16 index, Qt::MouseButton button, QPointF globalPos)
+{
+    if (button != Qt::LeftButton || !m_dragSource || m_dragSource->Index() != index)
+        return;
+    VorelModule *source = m_dragSource;
+    m_dragSource.clear();
+    m_dragOutline->hide();
+
+    // The drop target is whatever lies under the pointer: the canvas, a
+    // module (the source itself for a plain click) or an arrow. Anything
+    // else, such as a scroll bar, takes no drop.
+    QWidget *target = childAt(mapFromGlobal(globalPos.toPoint()));
+    while (target && target != m_picMain && target->parentWidget() != m_picMain)
+        target = target->parentWidget();
+    if (!target) {
+        m_GrabX = m_GrabY = 0;
+        return;
+    }
+    float X = 0;
+    float Y = 0;
+    if (auto *module = qobject_cast<VorelModule *>(target)) {
+        const QPointF inside = module->mapFromGlobal(globalPos);
+        X = module->Left() + Twips::fromPixels(inside.x());
+        Y = module->Top() + Twips::fromPixels(inside.y());
+    } else {
+        const QPointF onCanvas = m_picMain->mapFromGlobal(globalPos);
+        X = Twips::fromPixels(onCanvas.x());
+        Y = Twips::fromPixels(onCanvas.y());
+    }
+    dropOnCanvas(source, X, Y);
+}
+
+void frmScriptViewer::dropOnCanvas(VorelModule *source, float X, float Y)
+{
+    source->setLeft(X - m_GrabX);
+    source->setTop(Y - m_GrabY);
+    m_GrabX = 0;
+    m_GrabY = 0;
+    m_DrawLine.RedefineModule(source->Index(), *this, 3, QString());
+    m_Changed = true;
+}
+
+void frmScriptViewer::DeleteModule()
+{
+    auto *active = qobject_cast<VorelModule *>(focusWidget());
+    if (!active || active->parentWidget() != m_picMain)
+        return;
+    const int type = active->ModuleType();
+    if (type == ModuleTypes::EndCall || type == ModuleTypes::Connected)
+        return;
+    RemoveModule(active->Index());
+}
+
+void frmScriptViewer::RemoveModule(qint16 Index)
+{
+    IVR_CHECK(m_cmVorelModule.exists(Index), return );
+    VorelModule *module = m_cmVorelModule.at(Index);
+    const auto answer = MsgBox::show(QStringLiteral("Do you want to delete module [ ")
+                                             + module->Caption() + QStringLiteral(" ]"),
+                                     QMessageBox::Question,
+                                     QMessageBox::Yes | QMessageBox::No);
+    if (answer != QMessageBox::Yes)
+        return;
+    const int type = module->ModuleType();
+    if (type == ModuleTypes::EndCall || type == ModuleTypes::Connected)
+        return;
+
+    // From here each step is tried on its own: a cell of -1 or an arrow
+    // already gone fails and the next step goes on.
+    const auto attempt = [](auto &&step) {
+        try {
+            step();
+        } catch (const IvrError &) {
+        }
+    };
+    const qint16 top = m_cmVorelModule.ubound();
+    for (qint16 j = 0; j <= top; ++j) {
+        attempt([&] {
+            const qint16 leaving = m_DrawLine.LineMatrix(Index, j);
+            if (leaving > 0)
+                m_VorelDirection1.unload(leaving);
+        });
+        attempt([&] {
+            const qint16 entering = m_DrawLine.LineMatrix(j, Index);
+            if (entering != 0)
+                m_VorelDirection1.unload(entering);
+        });
+    }
+    attempt([&] { m_cmVorelModule.unload(Index); });
+    attempt([&] { m_DrawLine.Delete(Index, *this); });
+}

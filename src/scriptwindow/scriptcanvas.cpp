@@ -1,0 +1,28 @@
+#include "scriptcanvas.h"
+
+#include <QMouseEvent>
+
+namespace ivr {
+
+ScriptCanvas::ScriptCanvas(QWidget *parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("picMain"));
+    setAccessibleName(tr("Script canvas"));
+    // The pointer shape follows the armed tool even with no button down.
+    setMouseTracking(true);
+    setAutoFillBackground(true);
+}
+
+void ScriptCanvas::mouseMoveEvent(QMouseEvent *event)
+{
+    QWidget::mouseMoveEvent(event);
+    emit mouseMoved();
+}
+
+void ScriptCanvas::mouseReleaseEvent(QMouseEvent *event)
+{
+    emit mouseReleased(event->button(), event->position(), event->globalPosition());
+}
+
+} // namespace ivr

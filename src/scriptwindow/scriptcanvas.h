@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPointF>
+#include <QWidget>
+
+namespace ivr {
+
+// The drawing surface of a script window (picMain): modules and arrows are
+// its children, and scrolling moves it as a whole. It only reports the
+// pointer; the window decides what a move or a release means.
+class ScriptCanvas : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ScriptCanvas(QWidget *parent = nullptr);
+
+signals:
+    void mouseMoved();
+    void mouseReleased(Qt::MouseButton button, QPointF pos, QPointF globalPos);
+
+protected:
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+};
+
+} // namespace ivr

@@ -1,0 +1,444 @@
+#include "frmscriptviewer.h"
+
+#include "commondialog.h"
+#include "messagerecorder.h"
+#include "programfolder.h"
+#include "scriptfile.h"
+#include "voreldirection.h"
+#include "vorelmodule.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <memory>
+
+// The script window's open, save and run, on real files.
+class tst_frmScriptViewerFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void roundTripKeepsEverything();
+    void openedTypeOneLandsAtZero();
+    void reopenPacksIndices();
+    void reopenRebuildsOnlyItsExits_data();
+    void reopenRebuildsOnlyItsExits();
+    void openFailures_data();
+    void openFailures();
+    void saveNameAndCaption_data();
+    void saveNameAndCaption();
+    void saveWhereLibraryCannotWrite_data();
+    void saveWhereLibraryCannotWrite();
+    void run_data();
+    void run();
+    void killedSaveLeavesLoadableFile();
+
+private:
+    QString fixture() const { return QStringLiteral(IVR_TEST_DATA "/every_type.ivr"); }
+    // name -> index in the window.
+    QHash<QString, qint16> indices(frmScriptViewer &w);
+    void answerSave(const std::optional<QString> &name);
+
+    std::unique_ptr<ProgramFolder> m_folder;
+    std::unique_ptr<MessageRecorder> m_messages;
+    QString m_proposed;
+};
+
+void tst_frmScriptViewerFile::init()
+{
+    m_folder = std::make_unique<ProgramFolder>();
+    QVERIFY(m_folder->isValid());
+    m_messages = std::make_unique<MessageRecorder>();
+    m_proposed.clear();
+}
+
+void tst_frmScriptViewerFile::cleanup()
+{
+    ivr::CommonDialog::clearTestAnswer();
+    m_messages.reset();
+    m_folder.reset();
+}
+
+QHash<QString, qint16> tst_frmScriptViewerFile::indices(frmScriptViewer &w)
+{
+    QHash<QString, qint16> result;
+    for (auto it = w.cmVorelModule().begin(); it != w.cmVorelModule().end(); ++it)
+        result.insert((*it)->moduleData()->Name(), it.index());
+    return result;
+}
+
+void tst_frmScriptViewerFile::answerSave(const std::optional<QString> &name)
+{
+    ivr::CommonDialog::setTestAnswer([this, name](const ivr::CommonDialog &dialog,
+                                                  ivr::CommonDialog::Mode mode) {
+        m_proposed = dialog.FileName;
+        if (mode != ivr::CommonDialog::Mode::Save || dialog.DialogTitle != "Save"
+            || dialog.Flags != 18 || dialog.Filter != "Brindlewave IVR Script (*.ivr) |*.ivr")
+            m_proposed = QStringLiteral("<wrong dialog>");
+        return name;
+    });
+}
+
+void tst_frmScriptViewerFile::roundTripKeepsEverything()
+{
+    const QString saved = m_folder->file(QStringLiteral("round trip.ivr"));
+    {
+        frmScriptViewer w;
+        w.OpenScript(fixture());
+        QCOMPARE(m_messages->count(), 0);
+        w.setFileName(saved);
+        QVERIFY(w.SaveScript(false));
+        QVERIFY(w.close());
+    }
+    frmScriptViewer first;
+    first.OpenScript(fixture());
+    frmScriptViewer second;
+    second.OpenScript(saved);
+    QCOMPARE(second.windowTitle(), saved);
+    QVERIFY(!second.Changed());
+
+    const auto a = indices(first);
+    const auto b = indices(second);
+    QCOMPARE(QSet<QString>(b.keyBegin(), b.keyEnd()), QSet<QString>(a.keyBegin(), a.keyEnd()));
+    QCOMPARE(a.size(), 14);
+    for (auto it = a.begin(); it != a.end(); ++it) {
+        VorelModule *x = first.cmVorelModule().at(it.value());
+        VorelModule *y = second.cmVorelModule().at(b.value(it.key()));
+        QCOMPARE(y->ModuleType(), x->ModuleType());
+        QCOMPARE(y->Left(), x->Left());
+        QCOMPARE(y->Top(), x->Top());
+        QCOMPARE(y->Description(), x->Description());
+        QCOMPARE(y->Compact(), x->Compact());
+        QCOMPARE(y->Caption(), it.key());
+        QCOMPARE(y->moduleData()->definition().storedValues(),
+                 x->moduleData()->definition().storedValues());
+        for (auto to = a.begin(); to != a.end(); ++to) {
+            const bool linkedBefore = first.DrawLine().LineMatrix(it.value(), to.value()) > 0;
+            const qint16 cell = second.DrawLine().LineMatrix(b.value(it.key()), b.value(to.key()));
+            QCOMPARE(cell > 0, linkedBefore);
+            if (cell > 0)
+                QVERIFY(second.VorelDirection1().at(cell)->isVisibleTo(&second));
+        }
+    }
+    QCOMPARE(first.cmVorelModule().at(a.value("Connected"))->Left(), 1215.5f);
+    const ivr::Definition &c1 = first.CommonModule()->definition();
+    const ivr::Definition &c2 = second.CommonModule()->definition();
+    QCOMPARE(c2.BeepFileName(), QStringLiteral("/opt/ivr/Greeting/beep.wav"));
+    for (int i = 0; i < ivr::Definition::FileNameSlots; ++i)
+        QCOMPARE(c2.FileName(i), c1.FileName(i));
+    for (int i = 0; i < ivr::Definition::MonthFileSlots; ++i)
+        QCOMPARE(c2.MonthFile(i), c1.MonthFile(i));
+    QCOMPARE(c2.scriptNames(), c1.scriptNames());
+    QCOMPARE(c2.scriptNames().size(), 2);
+}
+
+void tst_frmScriptViewerFile::openedTypeOneLandsAtZero()
+{
+    frmScriptViewer w;
+    w.OpenScript(fixture());
+    const auto at = indices(w);
+    // The fixture lists "Welcome" before "Connected" and "End Call" last.
+    QCOMPARE(at.value("Connected"), qint16(0));
+    QCOMPARE(at.value("End Call"), qint16(1));
+    QCOMPARE(at.value("Welcome"), qint16(2));
+    QCOMPARE(w.windowTitle(), fixture());
+    QVERIFY(!w.Changed());
+    // The window's own first link to End Call is gone with its arrow.
+    QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(0));
+    QVERIFY(w.DrawLine().LineMatrix(0, 2) > 0);
+}
+
+void tst_frmScriptViewerFile::reopenPacksIndices()
+{
+    const QString file = m_folder->file(QStringLiteral("holes.ivr"));
+    {
+        frmScriptViewer w;
+        for (int i = 0; i < 4; ++i)
+            w.AddModule(3, 3000 + 2000 * i, 3000);
+        m_messages->answer(QMessageBox::Yes);
+        w.RemoveModule(3);
+        w.setFileName(file);
+        QVERIFY(w.SaveScript(false)); // one hole among the modules saves the others
+    }
+    frmScriptViewer w;
+    w.OpenScript(file);
+    QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1, 2, 3, 4}));
+    const auto at = indices(w);
+    QCOMPARE(at.value("2"), qint16(2));
+    QCOMPARE(at.value("4"), qint16(3));
+    QCOMPARE(at.value("5"), qint16(4));
+    QCOMPARE(w.cmVorelModule().at(4)->Left(), 9000.0f);
+}
+
+void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<bool>("arrow");
+    QTest::newRow("query-on-no-record-gets-no-arrow") << "Lookup"
+                                                      << "Voicemail" << false;
+    QTest::newRow("query-on-success-gets-arrow") << "Lookup"
+                                                 << "Mail" << true;
+    QTest::newRow("program-on-success-gets-no-arrow") << "Program"
+                                                      << "Other Script" << false;
+    QTest::newRow("program-on-fail-gets-no-arrow") << "Program"
+                                                   << "Spare" << false;
+    QTest::newRow("digit-menu-to-type-ten") << "Menu"
+                                            << "Spare" << true;
+    QTest::newRow("type-two-walked-like-one") << "Legacy"
+                                              << "End Call" << true;
+}
+
+void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(bool, arrow);
+    frmScriptViewer w;
+    w.OpenScript(fixture());
+    const auto at = indices(w);
+    QCOMPARE(w.DrawLine().LineMatrix(at.value(from), at.value(to)) > 0, arrow);
+}
+
+void tst_frmScriptViewerFile::openFailures_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("exists");
+    QTest::addColumn<int>("messages");
+    QTest::newRow("missing-file-says-nothing-keeps-name") << QByteArray() << false << 0;
+    QTest::newRow("not-a-script-keeps-canvas-takes-path") << QByteArray("{ nope") << true << 1;
+}
+
+void tst_frmScriptViewerFile::openFailures()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, exists);
+    QFETCH(int, messages);
+    const QString file = m_folder->file(QStringLiteral("broken.ivr"));
+    if (exists) {
+        QFile f(file);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(content);
+    }
+    frmScriptViewer w;
+    w.setWindowTitle(QStringLiteral("IVR Script 2"));
+    w.OpenScript(file);
+    QCOMPARE(m_messages->count(), messages);
+    QCOMPARE(w.FileName(), exists ? file : QString());
+    QCOMPARE(w.windowTitle(), exists ? file : QStringLiteral("IVR Script 2"));
+    QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
+    QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(1));
+    QVERIFY(w.VorelDirection1().at(1)->isVisibleTo(&w));
+    QVERIFY(w.picMain()->isVisibleTo(&w));
+    QVERIFY(!w.Changed());
+}
+
+void tst_frmScriptViewerFile::saveNameAndCaption_data()
+{
+    QTest::addColumn<bool>("opened");
+    QTest::addColumn<bool>("saveAs");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("proposed");
+    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("new-script-proposes-caption-and-suffix") << false << false << "x"
+                                                            << "IVR Script 1.ivr"
+                                                            << "x.ivr"
+                                                            << "x";
+    QTest::newRow("typed-suffix-not-doubled") << false << false << "y.ivr"
+                                              << "IVR Script 1.ivr"
+                                              << "y.ivr"
+                                              << "y";
+    QTest::newRow("upper-case-suffix-doubled") << false << false << "x.IVR"
+                                               << "IVR Script 1.ivr"
+                                               << "x.IVR.ivr"
+                                               << "x.IVR";
+    QTest::newRow("opened-script-proposes-suffix-twice") << true << true << "z"
+                                                         << "<opened>.ivr"
+                                                         << "z.ivr"
+                                                         << "z";
+    QTest::newRow("cancel-writes-nothing") << false << true << ""
+                                           << "IVR Script 1.ivr"
+                                           << ""
+                                           << "IVR Script 1";
+}
+
+void tst_frmScriptViewerFile::saveNameAndCaption()
+{
+    QFETCH(bool, opened);
+    QFETCH(bool, saveAs);
+    QFETCH(QString, typed);
+    QFETCH(QString, proposed);
+    QFETCH(QString, fileName);
+    QFETCH(QString, caption);
+    const QString dir = m_folder->path() + QLatin1Char('/');
+    const QString source = dir + QStringLiteral("source.ivr");
+    QVERIFY(QFile::copy(fixture(), source));
+    answerSave(typed.isEmpty() ? std::nullopt : std::optional<QString>(dir + typed));
+
+    frmScriptViewer w;
+    w.setWindowTitle(QStringLiteral("IVR Script 1"));
+    if (opened)
+        w.OpenScript(source);
+    w.AddModule(3, 100, 100);
+    const bool ok = w.SaveScript(saveAs);
+
+    proposed.replace(QStringLiteral("<opened>"), source);
+    QCOMPARE(m_proposed, proposed);
+    QCOMPARE(ok, !fileName.isEmpty());
+    QCOMPARE(w.FileName(), fileName.isEmpty() ? (opened ? source : QString()) : dir + fileName);
+    QCOMPARE(w.windowTitle(), caption.startsWith("IVR") ? caption : dir + caption);
+    if (!fileName.isEmpty()) {
+        QVERIFY(QFile::exists(dir + fileName));
+        // Saving a named script again shows no dialog.
+        m_proposed.clear();
+        QVERIFY(w.SaveScript(false));
+        QVERIFY(m_proposed.isEmpty());
+    }
+}
+
+void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::newRow("parent-is-regular-file") << "source.ivr/inside.ivr";
+    QTest::newRow("missing-folder") << "no such folder/inside.ivr";
+}
+
+void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
+{
+    QFETCH(QString, target);
+    const QString dir = m_folder->path() + QLatin1Char('/');
+    const QString source = dir + QStringLiteral("source.ivr");
+    QVERIFY(QFile::copy(fixture(), source));
+    QFile original(source);
+    QVERIFY(original.open(QIODevice::ReadOnly));
+    const QByteArray before = original.readAll();
+    original.close();
+
+    frmScriptViewer w;
+    w.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    w.OpenScript(source);
+    w.AddModule(4, 500, 500);
+    QVERIFY(!w.Changed()); // placing by code leaves the flag alone; mark it as an edit does
+    QTest::mouseClick(w.cmVorelModule().at(2), Qt::LeftButton, {}, QPoint(3, 3));
+    QVERIFY(w.Changed());
+    answerSave(dir + target);
+
+    QVERIFY(!w.SaveScript(true));
+    QCOMPARE(m_messages->count(), 1);
+    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
+    QVERIFY2(m_messages->lastText().contains(QStringLiteral("inside.ivr")),
+             qPrintable(m_messages->lastText()));
+    QVERIFY(original.open(QIODevice::ReadOnly));
+    QCOMPARE(original.readAll(), before);
+    QCOMPARE(w.cmVorelModule().count(), 15);
+    QVERIFY(!w.Changed());
+    QCOMPARE(w.FileName(), dir + target);
+    QCOMPARE(w.windowTitle(), dir + target.chopped(4));
+    QVERIFY(w.close()); // no question any more
+    QCOMPARE(m_messages->count(), 1);
+}
+
+void tst_frmScriptViewerFile::run_data()
+{
+    QTest::addColumn<bool>("opened");
+    QTest::addColumn<bool>("runner");
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<QString>("saveTo");
+    QTest::addColumn<bool>("asked");
+    QTest::addColumn<bool>("started");
+    QTest::newRow("opened-unchanged-starts-without-question")
+            << true << true << 0 << "" << false << true;
+    QTest::newRow("new-script-answered-no-starts-nothing")
+            << false << true << int(QMessageBox::No) << "" << true << false;
+    QTest::newRow("new-script-saved-then-started")
+            << false << true << int(QMessageBox::Yes) << "run.ivr" << true << true;
+    QTest::newRow("failed-save-starts-nothing")
+            << false << true << int(QMessageBox::Yes) << "missing/run.ivr" << true << false;
+    QTest::newRow("missing-runner-silent") << true << false << 0 << "" << false << false;
+}
+
+void tst_frmScriptViewerFile::run()
+{
+    QFETCH(bool, opened);
+    QFETCH(bool, runner);
+    QFETCH(int, answer);
+    QFETCH(QString, saveTo);
+    QFETCH(bool, asked);
+    QFETCH(bool, started);
+    ProgramFolder::Options options;
+    options.runner = runner;
+    m_folder.reset(); // the old folder takes the application folder with it
+    m_folder = std::make_unique<ProgramFolder>(options);
+    answerSave(saveTo.isEmpty() ? std::nullopt : std::optional(m_folder->file(saveTo)));
+    if (answer)
+        m_messages->answer(QMessageBox::StandardButton(answer));
+    frmScriptViewer w;
+    if (opened)
+        w.OpenScript(fixture());
+    w.RunScript();
+
+    QCOMPARE(m_messages->count() > 0, asked);
+    if (asked) {
+        const ivr::MsgBox::Message &m = m_messages->messages().first();
+        QCOMPARE(m.text,
+                 QStringLiteral("You must save the script before run.\nDo you want to save "
+                                "it Now?"));
+        QCOMPARE(m.icon, QMessageBox::Information);
+        QCOMPARE(m.buttons, QMessageBox::Yes | QMessageBox::No);
+        QVERIFY(m.title.isEmpty() || m.title == ivr::MsgBox::applicationTitle());
+    }
+    const QString log = m_folder->file(QStringLiteral("VorelRun.log"));
+    if (started) {
+        QTRY_VERIFY(QFile::exists(log) && m_folder->runnerLog().size() == 2);
+        QCOMPARE(m_folder->runnerLog(), (QStringList{m_folder->path(), "False"}));
+    } else {
+        QTest::qWait(300); // a detached start would have written by now
+        QVERIFY(!QFile::exists(log));
+    }
+    if (saveTo.startsWith("missing")) {
+        // Changed is false after the failed save, so a second run starts at once.
+        m_messages->clear();
+        w.RunScript();
+        QCOMPARE(m_messages->count(), 0);
+        QTRY_VERIFY(QFile::exists(log) && m_folder->runnerLog().size() == 2);
+    }
+}
+
+void tst_frmScriptViewerFile::killedSaveLeavesLoadableFile()
+{
+    const QString file = m_folder->file(QStringLiteral("killed.ivr"));
+    auto *random = QRandomGenerator::global();
+    for (int round = 0; round < 100; ++round) {
+        QProcess saver;
+        saver.setProgram(QStringLiteral(IVR_SCRIPT_SAVER));
+        saver.setArguments({file});
+        saver.start();
+        QVERIFY(saver.waitForStarted());
+        QVERIFY(saver.waitForReadyRead(30000)); // the first save stands
+        QTest::qSleep(int(random->bounded(40)));
+        saver.kill();
+        QVERIFY(saver.waitForFinished());
+
+        const auto list = ivr::ScriptFile().Load(file);
+        QVERIFY2(list, qPrintable(QStringLiteral("round %1").arg(round)));
+        // One whole script or the other: every module of one save carries
+        // the same description.
+        QSet<QString> descriptions;
+        for (const auto &m : *list) {
+            if (m->ModuleType() != 98)
+                descriptions.insert(m->definition().Description());
+        }
+        QCOMPARE(descriptions.size(), 1);
+        QCOMPARE(list->count(), 403);
+    }
+    QCOMPARE(m_messages->count(), 0);
+}
+
+QTEST_MAIN(tst_frmScriptViewerFile)
+#include "tst_frmscriptviewerfile.moc"
