@@ -1,0 +1,106 @@
+#include "helpwindow.h"
+#include "messagerecorder.h"
+#include "shelltesting.h"
+
+#include <QFile>
+#include <QtTest>
+
+using namespace shelltesting;
+
+class tst_HelpWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<ProgramFolder>();
+        m_messages = std::make_unique<MessageRecorder>();
+    }
+    void cleanup()
+    {
+        discardFrame();
+        delete ivr::HelpWindow::instance();
+        m_messages.reset();
+        m_folder.reset();
+    }
+
+    void bothEntriesOpenTheDesignerTopic_data();
+    void bothEntriesOpenTheDesignerTopic();
+    void contextOpensItsTopic();
+    void missingHelpFileIsSaidInTheWindow();
+    void noHelpFileSetGivesTheMessage();
+
+private:
+    std::unique_ptr<ProgramFolder> m_folder;
+    std::unique_ptr<MessageRecorder> m_messages;
+};
+
+void tst_HelpWindow::bothEntriesOpenTheDesignerTopic_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::newRow("contents") << "mnuHelpContents";
+    QTest::newRow("search-opens-the-same-page") << "mnuHelpSearchForHelpOn";
+}
+
+void tst_HelpWindow::bothEntriesOpenTheDesignerTopic()
+{
+    QFETCH(QString, entry);
+    if (!QFile::exists(m_folder->file("BdwIVRS.qch")))
+        QSKIP("the compiled help is not in the build");
+    frmAppMain *frame = start(*m_folder);
+    QVERIFY(frame);
+    frame->command(entry)->trigger();
+    ivr::HelpWindow *help = ivr::HelpWindow::instance();
+    QVERIFY(help->isVisible());
+    QVERIFY(help->helpFound());
+    QCOMPARE(help->currentUrl().fileName(), QStringLiteral("bdw_d_designer.htm"));
+    QVERIFY(!help->pageText().trimmed().isEmpty());
+    QCOMPARE(m_messages->count(), 0);
+    // The collection is the user's, in the cache folder, not beside the program.
+    QVERIFY(QFile::exists(m_folder->home() + "/.cache"));
+}
+
+void tst_HelpWindow::contextOpensItsTopic()
+{
+    if (!QFile::exists(m_folder->file("BdwIVRS.qch")))
+        QSKIP("the compiled help is not in the build");
+    frmAppMain *frame = start(*m_folder);
+    QVERIFY(frame);
+    frame->showHelpContext(7);
+    QCOMPARE(ivr::HelpWindow::instance()->currentUrl().fileName(),
+             QStringLiteral("bdw_d_record.htm"));
+    QVERIFY(!ivr::HelpWindow::instance()->pageText().trimmed().isEmpty());
+}
+
+void tst_HelpWindow::missingHelpFileIsSaidInTheWindow()
+{
+    QFile::remove(m_folder->file("BdwIVRS.qch"));
+    frmAppMain *frame = start(*m_folder);
+    QVERIFY(frame);
+    frame->command("mnuHelpContents")->trigger();
+    ivr::HelpWindow *help = ivr::HelpWindow::instance();
+    QVERIFY(help->isVisible());
+    QVERIFY(!help->helpFound());
+    QVERIFY(help->pageText().contains("could not be found"));
+    QVERIFY(frame->isVisible());
+    frame->NewScriptWindow(); // the program goes on
+}
+
+void tst_HelpWindow::noHelpFileSetGivesTheMessage()
+{
+    frmAppMain *frame = start(*m_folder);
+    QVERIFY(frame);
+    ivr::HelpWindow::setHelpFile(QString());
+    frame->command("mnuHelpContents")->trigger();
+    QCOMPARE(m_messages->count(), 1);
+    const ivr::MsgBox::Message message = m_messages->messages().constFirst();
+    QCOMPARE(message.text,
+             QStringLiteral("Unable to display Help Contents. There is no Help associated with "
+                            "this project."));
+    QCOMPARE(message.icon, QMessageBox::Information);
+    QCOMPARE(message.title, QStringLiteral("Brindlewave IVR Script Designer"));
+}
+
+QTEST_MAIN(tst_HelpWindow)
+#include "tst_helpwindow.moc"

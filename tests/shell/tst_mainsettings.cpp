@@ -1,0 +1,120 @@
+#include "ivrerror.h"
+#include "mainsettings.h"
+#include "shelltesting.h"
+
+#include <QtTest>
+
+using ivr::MainSettings;
+
+class tst_MainSettings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<ProgramFolder>();
+        shelltesting::useStoreOf(*m_folder);
+    }
+    void cleanup() { m_folder.reset(); }
+
+    void storedTextIsRead_data();
+    void storedTextIsRead();
+    void garbageIsRefused_data();
+    void garbageIsRefused();
+    void roundTripKeepsFractions();
+    void minimizedWriteKeepsGeometry();
+
+private:
+    std::unique_ptr<ProgramFolder> m_folder;
+};
+
+void tst_MainSettings::storedTextIsRead_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<float>("width");
+    QTest::addColumn<bool>("toolBar");
+    QTest::newRow("decimal-with-fraction") << "MainWidth"
+                                           << "7012.5" << 7012.5f << true;
+    QTest::newRow("negative-position-kept-unclamped") << "MainWidth"
+                                                      << "-300" << -300.0f << true;
+    QTest::newRow("lower-case-false-still-false") << "ShowToolBar"
+                                                  << "false" << 6500.0f << false;
+    QTest::newRow("number-zero-is-false") << "ShowToolBar"
+                                          << "0" << 6500.0f << false;
+    QTest::newRow("number-minus-one-is-true") << "ShowToolBar"
+                                              << "-1" << 6500.0f << true;
+}
+
+void tst_MainSettings::storedTextIsRead()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, text);
+    QFETCH(float, width);
+    QFETCH(bool, toolBar);
+    shelltesting::putStored(key, text);
+    MainSettings settings;
+    settings.read();
+    QCOMPARE(settings.MainWidth, width);
+    QCOMPARE(settings.ShowToolBar, toolBar);
+}
+
+void tst_MainSettings::garbageIsRefused_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("word-in-a-number") << "MainLeft"
+                                      << "left";
+    QTest::newRow("empty-number") << "MainHeight"
+                                  << "";
+    QTest::newRow("word-in-a-boolean") << "ShowStatusBar"
+                                       << "Yes please";
+}
+
+void tst_MainSettings::garbageIsRefused()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, text);
+    shelltesting::putStored(key, text);
+    MainSettings settings;
+    try {
+        settings.read();
+        QFAIL("garbage was taken for a value");
+    } catch (const ivr::IvrError &error) {
+        QVERIFY2(error.description().contains(key), qPrintable(error.description()));
+        QVERIFY2(error.description().contains(QLatin1Char('"') + text + QLatin1Char('"')),
+                 qPrintable(error.description()));
+    }
+}
+
+void tst_MainSettings::roundTripKeepsFractions()
+{
+    MainSettings written;
+    written.MainLeft = 1234.567f;
+    written.MainTop = -15;
+    written.ShowToolBox = false;
+    written.write(false);
+    QCOMPARE(shelltesting::stored("ShowToolBox"), QStringLiteral("False"));
+    QCOMPARE(shelltesting::stored("MainTop"), QStringLiteral("-15"));
+    MainSettings read;
+    read.read();
+    QCOMPARE(read.MainLeft, 1234.567f);
+    QCOMPARE(read.MainTop, -15.0f);
+    QCOMPARE(read.ShowToolBox, false);
+}
+
+void tst_MainSettings::minimizedWriteKeepsGeometry()
+{
+    shelltesting::putStored("MainLeft", "3000");
+    MainSettings settings;
+    settings.MainLeft = 45;
+    settings.ShowStatusBar = false;
+    settings.write(true);
+    QCOMPARE(shelltesting::stored("MainLeft"), QStringLiteral("3000"));
+    QCOMPARE(shelltesting::stored("MainWidth"), QString());
+    QCOMPARE(shelltesting::stored("ShowStatusBar"), QStringLiteral("False"));
+}
+
+QTEST_GUILESS_MAIN(tst_MainSettings)
+#include "tst_mainsettings.moc"
