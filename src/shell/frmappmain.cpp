@@ -21,6 +21,8 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPointer>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -53,7 +55,7 @@ frmAppMain::frmAppMain()
 {
     setObjectName(QStringLiteral("frmAppMain"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QStringLiteral("Brindlewave IVR Script Designer"));
+    setWindowTitle(caption());
     setAccessibleName(windowTitle());
     setWindowIcon(ivr::ShellIcons::window());
     setContextMenuPolicy(Qt::PreventContextMenu);
@@ -281,7 +283,17 @@ void frmAppMain::createToolBars()
     m_toolboxBar->setAccessibleName(QStringLiteral("Toolbox"));
     m_toolboxBar->setMovable(false);
     m_toolboxBar->setFloatable(false);
-    m_toolboxBar->addWidget(m_toolbox);
+    // A small window scrolls the toolbox rather than growing to hold it, so
+    // that the stored size is the size the window gets.
+    auto *scroller = new QScrollArea(m_toolboxBar);
+    scroller->setObjectName(QStringLiteral("XPSideMenu1Scroller"));
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller->setWidget(m_toolbox);
+    scroller->setWidgetResizable(true);
+    scroller->setMinimumWidth(m_toolbox->sizeHint().width()
+                              + scroller->verticalScrollBar()->sizeHint().width());
+    m_toolboxBar->addWidget(scroller);
     addToolBar(Qt::LeftToolBarArea, m_toolboxBar);
 }
 
@@ -517,7 +529,7 @@ void frmAppMain::showHelpTopic(const QString &topic)
                                          "associated with this project."),
                           QMessageBox::Information,
                           QMessageBox::Ok,
-                          windowTitle());
+                          caption());
         return;
     }
     try {

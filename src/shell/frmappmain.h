@@ -33,6 +33,9 @@ public:
     static frmAppMain *instance();
     // The main window if it exists, without making one.
     static frmAppMain *existing();
+    // The frame's own caption. The window's title can carry the name of a
+    // maximized script window after it, as MDI frames do.
+    static QString caption() { return QStringLiteral("Brindlewave IVR Script Designer"); }
     ~frmAppMain() override;
 
     // Loads the frame (settings, the first script window, the file if it

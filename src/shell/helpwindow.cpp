@@ -130,6 +130,8 @@ void HelpWindow::setUpEngine()
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
     QDir().mkpath(cache);
     auto *engine = new QHelpEngine(cache + QStringLiteral("/BdwIVRS.qhc"), this);
+    // The collection is ours to fill: a read-only engine refuses to register.
+    engine->setReadOnly(false);
     if (!engine->setupData()) {
         delete engine;
         return;
