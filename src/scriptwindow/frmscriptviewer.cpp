@@ -20,6 +20,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QRubberBand>
+#include <QScopeGuard>
 #include <QScrollBar>
 
 #include <cmath>
@@ -469,6 +470,9 @@ void frmScriptViewer::dropOnCanvas(VorelModule *source, float X, float Y)
     source->setTop(Y - m_GrabY);
     m_GrabX = 0;
     m_GrabY = 0;
+    // One repaint of the canvas instead of one per arrow that moves.
+    m_picMain->setUpdatesEnabled(false);
+    const auto repaint = qScopeGuard([this] { m_picMain->setUpdatesEnabled(true); });
     m_DrawLine.RedefineModule(source->Index(), *this, 3, QString());
     m_Changed = true;
 }
