@@ -8,7 +8,6 @@
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
-#include <QScopeGuard>
 #include <QWidget>
 
 namespace ivr {
@@ -100,17 +99,8 @@ void clsDrawLine::RedefineModule(qint16 Index,
                                  int DrawMode,
                                  const QString &OldName)
 {
-    // The canvas is not repainted arrow by arrow: each moved arrow would add
-    // its outline to the dirty region, which costs more than the move with
-    // hundreds of arrows. One repaint follows the pass, also after a failure.
-    QWidget *canvas = Form.picMain();
-    const bool wasEnabled = canvas && canvas->updatesEnabled();
-    if (wasEnabled)
-        canvas->setUpdatesEnabled(false);
-    const auto redraw = qScopeGuard([canvas, wasEnabled] {
-        if (wasEnabled)
-            canvas->setUpdatesEnabled(true);
-    });
+    // The canvas has no stored picture to switch off: a window that moves
+    // many arrows at once groups their repaint itself.
     ControlArray<VorelModule> &modules = Form.cmVorelModule();
     ControlArray<VorelDirection> &arrows = Form.VorelDirection1();
     const bool leaving = DrawMode == 1 || DrawMode == 3;
