@@ -3,16 +3,13 @@
 #include "appfolder.h"
 #include "calllog.h"
 #include "frmappmain.h"
+#include "frmivr.h"
 #include "frmsplash.h"
 #include "helpwindow.h"
 #include "hiddenprocess.h"
 #include "ivrerror.h"
 #include "scriptutility.h"
 #include "unhandledfailure.h"
-
-#ifdef IVR_HAVE_ENQUIRY
-#include "frmivr.h"
-#endif
 
 #include <QCoreApplication>
 
@@ -30,11 +27,9 @@ void Startup::ShowEnquiryFormIfWanted()
     const bool showRegForm = CallLog::readShowRegForm();
     if (showRegForm)
         return;
-#ifdef IVR_HAVE_ENQUIRY
     // The form opens the call log again itself to store its check box.
     frmIVR form;
     form.exec();
-#endif
 }
 
 int Startup::Main(const QStringList &arguments)
