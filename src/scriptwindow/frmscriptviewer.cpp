@@ -22,6 +22,7 @@
 #include <QRubberBand>
 #include <QScopeGuard>
 #include <QScrollBar>
+#include <QStyle>
 
 #include <cmath>
 
@@ -76,8 +77,10 @@ frmScriptViewer::frmScriptViewer(QWidget *parent)
         bar->setPageStep(3000);
         bar->setSingleStep(300);
     }
-    m_scrlVert->move(m_scrlVert->x(), 0);
-    m_scrlHori->move(0, m_scrlHori->y());
+    // The bars keep their thickness; the resize step places and stretches them.
+    const int thickness = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    m_scrlVert->setGeometry(0, 0, thickness, thickness);
+    m_scrlHori->setGeometry(0, 0, thickness, thickness);
     const auto scrollHori = [this](int value) {
         m_picMain->move(Twips::toPixels(value * -1 * 10.0f), m_picMain->y());
     };
