@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QHelpContentModel>
 #include <QHelpContentWidget>
 #include <QHelpEngine>
 #include <QHelpIndexWidget>
@@ -169,6 +170,12 @@ void HelpWindow::setUpEngine()
     searchEngine->resultWidget()->setAccessibleName(QStringLiteral("Search results"));
 
     connect(engine->contentWidget(), &QHelpContentWidget::linkActivated, this, &HelpWindow::open);
+    // The contents are read in the background; show the topics of the top
+    // level once they are there instead of one closed book.
+    QHelpContentWidget *contents = engine->contentWidget();
+    connect(engine->contentModel(), &QHelpContentModel::contentsCreated, contents, [contents] {
+        contents->expandToDepth(0);
+    });
     connect(engine->indexWidget(),
             &QHelpIndexWidget::documentActivated,
             this,
