@@ -4,26 +4,11 @@
 # stores the flag, the main window follows, and the next start goes straight
 # to the main window.
 # Usage: enquiry.sh <make_program_folder> <artefact folder>
-set -u
-make_folder=$1
+. "$(dirname "$0")/common.sh"
 artefacts=$2
-work=$(mktemp -d)
-pid=
-cleanup() {
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    rm -rf "$work"
-}
-trap cleanup EXIT
-fail() { echo "FAIL: $*"; exit 1; }
+make_program "$1" "$work/program" --empty-flags
 
-"$make_folder" "$work/program" --empty-flags || fail "no program folder"
-export HOME="$work/program/home"
-export XDG_CONFIG_HOME="$HOME/.config" XDG_DATA_HOME="$HOME/.local/share" XDG_CACHE_HOME="$HOME/.cache"
-export XDG_RUNTIME_DIR="$work/runtime"
-mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
-unset QT_QPA_PLATFORM
-
-frame_window() { xdotool search --onlyvisible --name "Brindlewave IVR Script Designer" 2>/dev/null | head -n 1; }
+frame_window() { window_named "Brindlewave IVR Script Designer"; }
 
 # The form has no title bar and no caption: it is the visible window of the
 # designer that is 477 by 424 pixels (7155 by 6360 twips).
@@ -37,10 +22,6 @@ form_window() {
     return 1
 }
 
-wait_for() {
-    i=0
-    while [ $i -lt 100 ]; do
-        found=$("$@") && [ -n "$found" ] && { echo "$found"; return 0; }
         sleep 0.1
         i=$((i + 1))
     done
@@ -68,9 +49,7 @@ sleep 0.2
 xdotool key --window "$form" alt+h
 frame=$(wait_for frame_window) || fail "no main window after Hide"
 [ "$(flag)" = "1" ] || fail "show_reg_form is '$(flag)', expected 1"
-kill "$pid"
-wait "$pid" 2>/dev/null
-pid=
+stop_designer
 
 # The next start shows no form.
 "$work/program/ivr-designer" >"$work/designer.log" 2>&1 &

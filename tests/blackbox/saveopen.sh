@@ -4,35 +4,15 @@
 # blanks), shows the path as its caption, saves it with Ctrl+S, and the file
 # holds, key by key, what the original held.
 # Usage: saveopen.sh <make_program_folder> <fixture> <artefact folder>
-set -u
-make_folder=$1
+. "$(dirname "$0")/common.sh"
 fixture=$2
 artefacts=$3
-work=$(mktemp -d)
-pid=
-cleanup() {
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    rm -rf "$work"
-}
-trap cleanup EXIT
-fail() { echo "FAIL: $*"; exit 1; }
-
-"$make_folder" "$work/program" || fail "no program folder"
-export HOME="$work/program/home"
-export XDG_CONFIG_HOME="$HOME/.config" XDG_DATA_HOME="$HOME/.local/share" XDG_CACHE_HOME="$HOME/.cache"
-export XDG_RUNTIME_DIR="$work/runtime"
-mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
-unset QT_QPA_PLATFORM
+make_program "$1" "$work/program"
 
 mkdir -p "$work/my scripts"
 script="$work/my scripts/every type.ivr"
 cp "$fixture" "$script" || fail "no fixture"
 
-wait_for_window() {
-    i=0
-    while [ $i -lt 100 ]; do
-        found=$(xdotool search --name "$1" 2>/dev/null | head -n 1)
-        [ -n "$found" ] && { echo "$found"; return 0; }
         sleep 0.1
         i=$((i + 1))
     done
@@ -51,9 +31,7 @@ while cmp -s "$fixture" "$script" && [ $i -lt 100 ]; do sleep 0.1; i=$((i + 1));
 cmp -s "$fixture" "$script" && fail "Ctrl+S wrote nothing"
 wait_for_window "every type[^.]*$" >/dev/null || fail "the caption did not lose its suffix"
 import -window root "$artefacts/blackbox_saveopen.png" || true
-kill "$pid"
-wait "$pid" 2>/dev/null
-pid=
+stop_designer
 
 python3 - "$fixture" "$script" <<'PY' || fail "the saved script differs"
 import json, sys

@@ -3,36 +3,9 @@
 # "IVR Script 1", and leaves a screenshot. Then a store with garbage in it
 # ends the start with the message and exit code 1.
 # Usage: startup.sh <make_program_folder> <artefact folder>
-set -u
-make_folder=$1
+. "$(dirname "$0")/common.sh"
 artefacts=$2
-work=$(mktemp -d)
-pid=
-cleanup() {
-    [ -n "$pid" ] && kill "$pid" 2>/dev/null
-    rm -rf "$work"
-}
-trap cleanup EXIT
-fail() { echo "FAIL: $*"; exit 1; }
-
-"$make_folder" "$work/program" || fail "no program folder"
-[ -x "$work/program/ivr-designer" ] || fail "the designer was not copied"
-export HOME="$work/program/home"
-export XDG_CONFIG_HOME="$HOME/.config" XDG_DATA_HOME="$HOME/.local/share" XDG_CACHE_HOME="$HOME/.cache"
-export XDG_RUNTIME_DIR="$work/runtime"
-mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
-unset QT_QPA_PLATFORM
-
-wait_for_window() {
-    i=0
-    while [ $i -lt 100 ]; do
-        found=$(xdotool search --name "$1" 2>/dev/null | head -n 1)
-        [ -n "$found" ] && { echo "$found"; return 0; }
-        sleep 0.1
-        i=$((i + 1))
-    done
-    return 1
-}
+make_program "$1" "$work/program"
 
 "$work/program/ivr-designer" >"$work/designer.log" 2>&1 &
 pid=$!
@@ -41,9 +14,7 @@ xdotool search --name "IVR Script 1" >/dev/null || fail "no IVR Script 1"
 xdotool windowfocus --sync "$frame" || true
 sleep 1
 import -window root "$artefacts/blackbox_startup.png" || fail "no screenshot"
-kill "$pid"
-wait "$pid" 2>/dev/null
-pid=
+stop_designer
 
 # Garbage in the store: one message, then exit code 1.
 mkdir -p "$XDG_CONFIG_HOME/Brindlewave"
