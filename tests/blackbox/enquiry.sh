@@ -22,12 +22,6 @@ form_window() {
     return 1
 }
 
-        sleep 0.1
-        i=$((i + 1))
-    done
-    return 1
-}
-
 flag() { sqlite3 "$work/program/CallLog.db" "select show_reg_form from flags"; }
 
 "$work/program/ivr-designer" >"$work/designer.log" 2>&1 &

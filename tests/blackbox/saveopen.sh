@@ -13,12 +13,6 @@ mkdir -p "$work/my scripts"
 script="$work/my scripts/every type.ivr"
 cp "$fixture" "$script" || fail "no fixture"
 
-        sleep 0.1
-        i=$((i + 1))
-    done
-    return 1
-}
-
 "$work/program/ivr-designer" "$work/my" "scripts/every" "type.ivr" >"$work/designer.log" 2>&1 &
 pid=$!
 frame=$(wait_for_window "Brindlewave IVR Script Designer") || fail "no main window"
