@@ -10,6 +10,16 @@
 
 #include <array>
 
+// One keyed value as a member pair: Key() and setKey(), both reaching the
+// same stored value as Properties("Key").
+#define IVR_DEFINITION_KEY(Type, ArgType, Key, Get, Set) \
+    Type Key() const { return Get(u"" #Key); } \
+    void set##Key(ArgType v) { Set(u"" #Key, v); }
+#define IVR_TEXT_KEY(Key) IVR_DEFINITION_KEY(QString, const QString &, Key, text, setText)
+#define IVR_FLAG_KEY(Key) IVR_DEFINITION_KEY(bool, bool, Key, flag, setFlag)
+#define IVR_NUMBER_KEY(Key) IVR_DEFINITION_KEY(double, double, Key, number, setNumber)
+#define IVR_FLOAT_KEY(Key) IVR_DEFINITION_KEY(float, float, Key, floatValue, setFloat)
+
 namespace ivr {
 
 // The type-specific data of one module: named keys, each reachable as a
@@ -40,106 +50,61 @@ public:
     void setValue(const QString &key, const QVariant &value);
 
     // Exits: "[Target]" or "".
-    QString NextModule() const { return text(u"NextModule"); }
-    void setNextModule(const QString &v) { setText(u"NextModule", v); }
-    QString OnDigit0() const { return text(u"OnDigit0"); }
-    void setOnDigit0(const QString &v) { setText(u"OnDigit0", v); }
-    QString OnDigit1() const { return text(u"OnDigit1"); }
-    void setOnDigit1(const QString &v) { setText(u"OnDigit1", v); }
-    QString OnDigit2() const { return text(u"OnDigit2"); }
-    void setOnDigit2(const QString &v) { setText(u"OnDigit2", v); }
-    QString OnDigit3() const { return text(u"OnDigit3"); }
-    void setOnDigit3(const QString &v) { setText(u"OnDigit3", v); }
-    QString OnDigit4() const { return text(u"OnDigit4"); }
-    void setOnDigit4(const QString &v) { setText(u"OnDigit4", v); }
-    QString OnDigit5() const { return text(u"OnDigit5"); }
-    void setOnDigit5(const QString &v) { setText(u"OnDigit5", v); }
-    QString OnDigit6() const { return text(u"OnDigit6"); }
-    void setOnDigit6(const QString &v) { setText(u"OnDigit6", v); }
-    QString OnDigit7() const { return text(u"OnDigit7"); }
-    void setOnDigit7(const QString &v) { setText(u"OnDigit7", v); }
-    QString OnDigit8() const { return text(u"OnDigit8"); }
-    void setOnDigit8(const QString &v) { setText(u"OnDigit8", v); }
-    QString OnDigit9() const { return text(u"OnDigit9"); }
-    void setOnDigit9(const QString &v) { setText(u"OnDigit9", v); }
-    QString OnStar() const { return text(u"OnStar"); }
-    void setOnStar(const QString &v) { setText(u"OnStar", v); }
-    QString OnHash() const { return text(u"OnHash"); }
-    void setOnHash(const QString &v) { setText(u"OnHash", v); }
-    QString OnTimeOut() const { return text(u"OnTimeOut"); }
-    void setOnTimeOut(const QString &v) { setText(u"OnTimeOut", v); }
-    QString OnSuccess() const { return text(u"OnSuccess"); }
-    void setOnSuccess(const QString &v) { setText(u"OnSuccess", v); }
-    QString OnFail() const { return text(u"OnFail"); }
-    void setOnFail(const QString &v) { setText(u"OnFail", v); }
-    QString OnNoRecord() const { return text(u"OnNoRecord"); }
-    void setOnNoRecord(const QString &v) { setText(u"OnNoRecord", v); }
-    QString OnFinish() const { return text(u"OnFinish"); }
-    void setOnFinish(const QString &v) { setText(u"OnFinish", v); }
+    IVR_TEXT_KEY(NextModule)
+    IVR_TEXT_KEY(OnDigit0)
+    IVR_TEXT_KEY(OnDigit1)
+    IVR_TEXT_KEY(OnDigit2)
+    IVR_TEXT_KEY(OnDigit3)
+    IVR_TEXT_KEY(OnDigit4)
+    IVR_TEXT_KEY(OnDigit5)
+    IVR_TEXT_KEY(OnDigit6)
+    IVR_TEXT_KEY(OnDigit7)
+    IVR_TEXT_KEY(OnDigit8)
+    IVR_TEXT_KEY(OnDigit9)
+    IVR_TEXT_KEY(OnStar)
+    IVR_TEXT_KEY(OnHash)
+    IVR_TEXT_KEY(OnTimeOut)
+    IVR_TEXT_KEY(OnSuccess)
+    IVR_TEXT_KEY(OnFail)
+    IVR_TEXT_KEY(OnNoRecord)
+    IVR_TEXT_KEY(OnFinish)
 
     // The prompt: spoken text or wave file. In type 11 FileName is the
     // program to start.
-    bool isTextMsg() const { return flag(u"isTextMsg"); }
-    void setisTextMsg(bool v) { setFlag(u"isTextMsg", v); }
-    QString TextToPlay() const { return text(u"TextToPlay"); }
-    void setTextToPlay(const QString &v) { setText(u"TextToPlay", v); }
-    QString FileName() const { return text(u"FileName"); }
-    void setFileName(const QString &v) { setText(u"FileName", v); }
+    IVR_FLAG_KEY(isTextMsg)
+    IVR_TEXT_KEY(TextToPlay)
+    IVR_TEXT_KEY(FileName)
 
-    double ReplayCount() const { return number(u"ReplayCount"); }
-    void setReplayCount(double v) { setNumber(u"ReplayCount", v); }
-    double PauseBetn() const { return number(u"PauseBetn"); }
-    void setPauseBetn(double v) { setNumber(u"PauseBetn", v); }
-    double TimeOut() const { return number(u"TimeOut"); }
-    void setTimeOut(double v) { setNumber(u"TimeOut", v); }
-    double MinLength() const { return number(u"MinLength"); }
-    void setMinLength(double v) { setNumber(u"MinLength", v); }
-    double MaxLength() const { return number(u"MaxLength"); }
-    void setMaxLength(double v) { setNumber(u"MaxLength", v); }
-    double RecordLen() const { return number(u"RecordLen"); }
-    void setRecordLen(double v) { setNumber(u"RecordLen", v); }
-    bool PlayBeep() const { return flag(u"PlayBeep"); }
-    void setPlayBeep(bool v) { setFlag(u"PlayBeep", v); }
-    bool StopOnDigit() const { return flag(u"StopOnDigit"); }
-    void setStopOnDigit(bool v) { setFlag(u"StopOnDigit", v); }
+    IVR_NUMBER_KEY(ReplayCount)
+    IVR_NUMBER_KEY(PauseBetn)
+    IVR_NUMBER_KEY(TimeOut)
+    IVR_NUMBER_KEY(MinLength)
+    IVR_NUMBER_KEY(MaxLength)
+    IVR_NUMBER_KEY(RecordLen)
+    IVR_FLAG_KEY(PlayBeep)
+    IVR_FLAG_KEY(StopOnDigit)
 
-    QString PreDefBuffer() const { return text(u"PreDefBuffer"); }
-    void setPreDefBuffer(const QString &v) { setText(u"PreDefBuffer", v); }
-    QString DefaultExt() const { return text(u"DefaultExt"); }
-    void setDefaultExt(const QString &v) { setText(u"DefaultExt", v); }
-    QString QueryString() const { return text(u"QueryString"); }
-    void setQueryString(const QString &v) { setText(u"QueryString", v); }
-    QString ConnectionString() const { return text(u"ConnectionString"); }
-    void setConnectionString(const QString &v) { setText(u"ConnectionString", v); }
-    QString SendTo() const { return text(u"SendTo"); }
-    void setSendTo(const QString &v) { setText(u"SendTo", v); }
-    QString MailFrom() const { return text(u"MailFrom"); }
-    void setMailFrom(const QString &v) { setText(u"MailFrom", v); }
-    QString Subject() const { return text(u"Subject"); }
-    void setSubject(const QString &v) { setText(u"Subject", v); }
-    QString Attachment() const { return text(u"Attachment"); }
-    void setAttachment(const QString &v) { setText(u"Attachment", v); }
-    QString Message() const { return text(u"Message"); }
-    void setMessage(const QString &v) { setText(u"Message", v); }
-    QString CommandLine() const { return text(u"CommandLine"); }
-    void setCommandLine(const QString &v) { setText(u"CommandLine", v); }
-    QString Condition() const { return text(u"Condition"); }
-    void setCondition(const QString &v) { setText(u"Condition", v); }
+    IVR_TEXT_KEY(PreDefBuffer)
+    IVR_TEXT_KEY(DefaultExt)
+    IVR_TEXT_KEY(QueryString)
+    IVR_TEXT_KEY(ConnectionString)
+    IVR_TEXT_KEY(SendTo)
+    IVR_TEXT_KEY(MailFrom)
+    IVR_TEXT_KEY(Subject)
+    IVR_TEXT_KEY(Attachment)
+    IVR_TEXT_KEY(Message)
+    IVR_TEXT_KEY(CommandLine)
+    IVR_TEXT_KEY(Condition)
     qint32 RunMode() const;
     void setRunMode(qint32 v);
     // Type 12: the script to start. CommonModule's list is ScriptName(int).
-    QString ScriptName() const { return text(u"ScriptName"); }
-    void setScriptName(const QString &v) { setText(u"ScriptName", v); }
+    IVR_TEXT_KEY(ScriptName)
 
     // Asked of any canvas module.
-    QString Description() const { return text(u"Description"); }
-    void setDescription(const QString &v) { setText(u"Description", v); }
-    bool Compact() const { return flag(u"Compact"); }
-    void setCompact(bool v) { setFlag(u"Compact", v); }
-    float Left() const { return floatValue(u"Left"); }
-    void setLeft(float v) { setFloat(u"Left", v); }
-    float Top() const { return floatValue(u"Top"); }
-    void setTop(float v) { setFloat(u"Top", v); }
+    IVR_TEXT_KEY(Description)
+    IVR_FLAG_KEY(Compact)
+    IVR_FLOAT_KEY(Left)
+    IVR_FLOAT_KEY(Top)
 
     // CommonModule: the wave files of the spoken numbers (0..31) and months
     // (0..11). An unset slot, and a slot out of range, reads "".
