@@ -370,36 +370,35 @@ void frmScriptViewer::canvasMouseUp(Qt::MouseButton button, QPointF pos, QPointF
     m_Changed = true;
 }
 
-qint16 frmScriptViewer::NextFreeModule()
+namespace {
+// The first index at which reading an element fails, or the one past the top.
+// Without holes the walk would end past the top anyway; say so at once, which
+// keeps opening a large script linear.
+template<typename T, typename Probe>
+qint16 firstFailingRead(ControlArray<T> &array, Probe probe)
 {
-    // Without holes the walk would end past the top; say so at once, which
-    // keeps opening a large script linear.
-    const qint16 top = m_cmVorelModule.ubound();
-    if (m_cmVorelModule.count() == top + 1)
+    const qint16 top = array.ubound();
+    if (array.count() == top + 1)
         return top + 1;
-    for (qint16 k = m_cmVorelModule.lbound(); k <= top; ++k) {
+    for (qint16 k = array.lbound(); k <= top; ++k) {
         try {
-            m_cmVorelModule.at(k)->Caption();
+            probe(array.at(k));
         } catch (const IvrError &) {
             return k;
         }
     }
     return top + 1;
 }
+} // namespace
+
+qint16 frmScriptViewer::NextFreeModule()
+{
+    return firstFailingRead(m_cmVorelModule, [](VorelModule *m) { m->Caption(); });
+}
 
 qint16 frmScriptViewer::NextFreeArrow()
 {
-    const qint16 top = m_VorelDirection1.ubound();
-    if (m_VorelDirection1.count() == top + 1)
-        return top + 1;
-    for (qint16 k = m_VorelDirection1.lbound(); k <= top; ++k) {
-        try {
-            m_VorelDirection1.at(k)->Top();
-        } catch (const IvrError &) {
-            return k;
-        }
-    }
-    return top + 1;
+    return firstFailingRead(m_VorelDirection1, [](VorelDirection *a) { a->Top(); });
 }
 
 void frmScriptViewer::AddModule(qint16 Type, float X, float Y)
