@@ -12,7 +12,6 @@ private slots:
     void leadsFromEdgeToEdge_data();
     void leadsFromEdgeToEdge();
     void selfLinkGetsLoopAtModule();
-    void visibilityLeftToCaller();
 };
 
 namespace {
@@ -51,8 +50,6 @@ void tst_ArrowPlacer::leadsFromEdgeToEdge_data()
             << QPointF(1215, 3870) << QPointF(1215, 675) << false;
     QTest::newRow("target-right-leaves-side")
             << QPointF(1000, 1000) << QPointF(6000, 1200) << false;
-    QTest::newRow("target-left-not-reversed")
-            << QPointF(6000, 1200) << QPointF(1000, 1000) << false;
     QTest::newRow("diagonal-to-compact-uses-its-size")
             << QPointF(500, 500) << QPointF(5000, 4000) << true;
     QTest::newRow("position-between-pixels")
@@ -89,24 +86,15 @@ void tst_ArrowPlacer::selfLinkGetsLoopAtModule()
     QWidget canvas;
     VorelModule *a = moduleAt(&canvas, 2, QPointF(3000, 3000));
     VorelDirection arrow(1, &canvas);
+    arrow.hide();
+    canvas.show();
     ArrowPlacer::Place(a, a, &arrow);
+    QVERIFY(arrow.isHidden()); // showing it is the caller's business
     QCOMPARE(arrow.arrowcode(), int(VorelDirection::Loop));
     const QRectF box(a->Left(), a->Top(), a->Width(), a->Height());
     QVERIFY(onBorder(box, arrow.startPoint()));
     QVERIFY(onBorder(box, arrow.endPoint()));
     QVERIFY(arrow.startPoint() != arrow.endPoint());
-}
-
-void tst_ArrowPlacer::visibilityLeftToCaller()
-{
-    QWidget canvas;
-    VorelModule *a = moduleAt(&canvas, 2, QPointF(0, 0));
-    VorelModule *b = moduleAt(&canvas, 3, QPointF(0, 3000));
-    auto *arrow = new VorelDirection(1, &canvas);
-    arrow->hide();
-    canvas.show();
-    ArrowPlacer::Place(a, b, arrow);
-    QVERIFY(arrow->isHidden());
 }
 
 QTEST_MAIN(tst_ArrowPlacer)

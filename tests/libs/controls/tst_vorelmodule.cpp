@@ -13,21 +13,17 @@ class tst_VorelModule : public QObject
 
 private slots:
     void init();
-    void cleanup();
-    void runtimeTypeNameTellsModule();
+    void cleanup() { delete m_canvas; }
     void positionKeptAsGiven_data();
     void positionKeptAsGiven();
-    void createShowsTypeAndName();
-    void attachShowsStoredLook_data();
-    void attachShowsStoredLook();
+    void attachShowsStoredLookSilently_data();
+    void attachShowsStoredLookSilently();
     void gestureAsksWindow_data();
     void gestureAsksWindow();
-    void userCompactReportsChangeAndSize();
-    void programCompactSaysNothing();
+    void onlyTheUserReportsCompact();
     void userDescriptionReportsChange_data();
     void userDescriptionReportsChange();
-    void mouseReportedInTwipsInside();
-    void focusReportsIndex();
+    void mouseAndFocusReportedInTwips();
 
 private:
     QWidget *m_canvas = nullptr;
@@ -45,28 +41,14 @@ void tst_VorelModule::init()
     QVERIFY(QTest::qWaitForWindowActive(m_canvas));
 }
 
-void tst_VorelModule::cleanup()
-{
-    delete m_canvas;
-    m_canvas = nullptr;
-    m_module = nullptr;
-}
-
-void tst_VorelModule::runtimeTypeNameTellsModule()
-{
-    QCOMPARE(m_module->metaObject()->className(), "VorelModule");
-}
-
 void tst_VorelModule::positionKeptAsGiven_data()
 {
     QTest::addColumn<float>("left");
     QTest::addColumn<float>("top");
     QTest::addColumn<QPoint>("pixels");
-
     QTest::newRow("fraction-of-a-twip-lost") << 1217.5f << 3870.25f << QPoint(81, 258);
     QTest::newRow("twips-between-pixels-rounded-away") << 1222.0f << 682.0f << QPoint(81, 45);
     QTest::newRow("negative-position-off-canvas") << -37.3f << -8.0f << QPoint(-2, -1);
-    QTest::newRow("whole-pixel-exact") << 1215.0f << 675.0f << QPoint(81, 45);
 }
 
 void tst_VorelModule::positionKeptAsGiven()
@@ -74,7 +56,6 @@ void tst_VorelModule::positionKeptAsGiven()
     QFETCH(float, left);
     QFETCH(float, top);
     QFETCH(QPoint, pixels);
-
     m_module->setLeft(left);
     m_module->setTop(top);
     QCOMPARE(m_module->Left(), left);
@@ -82,74 +63,50 @@ void tst_VorelModule::positionKeptAsGiven()
     QCOMPARE(m_module->pos(), pixels);
 }
 
-void tst_VorelModule::createShowsTypeAndName()
-{
-    m_module->Create(13, QStringLiteral("Check PIN"));
-    QCOMPARE(m_module->ModuleType(), 13);
-    QCOMPARE(m_module->Caption(), "Check PIN");
-    QCOMPARE(m_module->moduleData()->Name(), "Check PIN");
-    QCOMPARE(m_module->moduleData()->ModuleType(), 13);
-    QCOMPARE(m_module->accessibleName(), "Check PIN");
-    QCOMPARE(m_module->size(), QSize(157, 79));
-}
-
-void tst_VorelModule::attachShowsStoredLook_data()
+void tst_VorelModule::attachShowsStoredLookSilently_data()
 {
     QTest::addColumn<bool>("compact");
     QTest::addColumn<QString>("description");
     QTest::addColumn<int>("height");
-
     QTest::newRow("compact-from-file-shrinks") << true << "Asks for the PIN" << 43;
     QTest::newRow("full-form-from-file") << false << "" << 79;
 }
 
-void tst_VorelModule::attachShowsStoredLook()
+void tst_VorelModule::attachShowsStoredLookSilently()
 {
     QFETCH(bool, compact);
     QFETCH(QString, description);
     QFETCH(int, height);
-
     auto data = ivr::ModuleData::createNew(4, QStringLiteral("[Menu]"));
     data->definition().setCompact(compact);
     data->definition().setDescription(description);
     QSignalSpy resized(m_module, &VorelModule::ModuleResized);
     QSignalSpy changed(m_module, &VorelModule::ModuleChanged);
     m_module->Attach(data);
-
-    QCOMPARE(m_module->moduleData(), data);
     QCOMPARE(m_module->ModuleType(), 4);
     QCOMPARE(m_module->Caption(), "[Menu]");
+    QCOMPARE(m_module->accessibleName(), "[Menu]");
     QCOMPARE(m_module->Description(), description);
-    QCOMPARE(m_module->Compact(), compact);
     QCOMPARE(m_module->height(), height);
     QCOMPARE(m_module->compactAction()->isChecked(), compact);
-    QCOMPARE(resized.count(), 0);
-    QCOMPARE(changed.count(), 0);
+    QCOMPARE(resized.count() + changed.count(), 0);
 }
 
 void tst_VorelModule::gestureAsksWindow_data()
 {
     QTest::addColumn<QString>("gesture");
-    QTest::addColumn<QByteArray>("signal");
-
-    QTest::newRow("delete-key-asks-delete")
-            << "delete-key" << QByteArray(SIGNAL(DeleteRequest(qint16)));
-    QTest::newRow("menu-delete-asks-delete")
-            << "menu-delete" << QByteArray(SIGNAL(DeleteRequest(qint16)));
-    QTest::newRow("double-click-asks-properties")
-            << "double-click" << QByteArray(SIGNAL(PropertyRequest(qint16)));
-    QTest::newRow("enter-key-asks-properties")
-            << "enter-key" << QByteArray(SIGNAL(PropertyRequest(qint16)));
-    QTest::newRow("menu-properties-asks-properties")
-            << "menu-properties" << QByteArray(SIGNAL(PropertyRequest(qint16)));
+    QTest::addColumn<bool>("asksDelete");
+    QTest::newRow("delete-key-asks-delete") << "delete-key" << true;
+    QTest::newRow("menu-delete-asks-delete") << "menu-delete" << true;
+    QTest::newRow("double-click-asks-properties") << "double-click" << false;
+    QTest::newRow("enter-key-asks-properties") << "enter-key" << false;
+    QTest::newRow("menu-properties-asks-properties") << "menu-properties" << false;
 }
 
 void tst_VorelModule::gestureAsksWindow()
 {
     QFETCH(QString, gesture);
-    QFETCH(QByteArray, signal);
-
-    QSignalSpy spy(m_module, signal.constData());
+    QFETCH(bool, asksDelete);
     QSignalSpy deleteSpy(m_module, &VorelModule::DeleteRequest);
     QSignalSpy propertySpy(m_module, &VorelModule::PropertyRequest);
     m_module->setFocus();
@@ -161,39 +118,28 @@ void tst_VorelModule::gestureAsksWindow()
         QTest::mouseDClick(m_module, Qt::LeftButton);
     else if (gesture == "menu-delete")
         m_module->deleteAction()->trigger();
-    else if (gesture == "menu-properties")
+    else
         m_module->propertiesAction()->trigger();
-
-    QCOMPARE(spy.count(), 1);
-    QCOMPARE(spy.first().first().value<qint16>(), qint16(7));
-    // One gesture asks one thing.
+    QSignalSpy &asked = asksDelete ? deleteSpy : propertySpy;
     QCOMPARE(deleteSpy.count() + propertySpy.count(), 1);
+    QCOMPARE(asked.count(), 1);
+    QCOMPARE(asked.first().first().value<qint16>(), qint16(7));
 }
 
-void tst_VorelModule::userCompactReportsChangeAndSize()
-{
-    QSignalSpy changed(m_module, &VorelModule::ModuleChanged);
-    QSignalSpy resized(m_module, &VorelModule::ModuleResized);
-    m_module->compactAction()->trigger();
-    QVERIFY(m_module->Compact());
-    QCOMPARE(m_module->Height(), VorelModule::CompactHeight);
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(resized.count(), 1);
-    m_module->compactAction()->trigger();
-    QVERIFY(!m_module->Compact());
-    QCOMPARE(m_module->Height(), VorelModule::DefaultHeight);
-    QCOMPARE(resized.count(), 2);
-}
-
-void tst_VorelModule::programCompactSaysNothing()
+void tst_VorelModule::onlyTheUserReportsCompact()
 {
     QSignalSpy changed(m_module, &VorelModule::ModuleChanged);
     QSignalSpy resized(m_module, &VorelModule::ModuleResized);
     m_module->setCompact(true);
     m_module->setDescription(QStringLiteral("set by the program"));
     QVERIFY(m_module->compactAction()->isChecked());
-    QCOMPARE(changed.count(), 0);
-    QCOMPARE(resized.count(), 0);
+    QCOMPARE(changed.count() + resized.count(), 0);
+    m_module->compactAction()->trigger();
+    QCOMPARE(m_module->Height(), VorelModule::DefaultHeight);
+    m_module->compactAction()->trigger();
+    QCOMPARE(m_module->Height(), VorelModule::CompactHeight);
+    QCOMPARE(changed.count(), 2);
+    QCOMPARE(resized.count(), 2);
 }
 
 void tst_VorelModule::userDescriptionReportsChange_data()
@@ -201,11 +147,9 @@ void tst_VorelModule::userDescriptionReportsChange_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<bool>("accept");
     QTest::addColumn<QString>("expected");
-    QTest::addColumn<int>("changes");
-
-    QTest::newRow("new-text-accepted") << "Greets the caller" << true << "Greets the caller" << 1;
-    QTest::newRow("same-text-is-no-change") << "old" << true << "old" << 0;
-    QTest::newRow("cancel-keeps-old-text") << "thrown away" << false << "old" << 0;
+    QTest::newRow("new-text-accepted") << "Greets the caller" << true << "Greets the caller";
+    QTest::newRow("same-text-is-no-change") << "old" << true << "old";
+    QTest::newRow("cancel-keeps-old-text") << "thrown away" << false << "old";
 }
 
 void tst_VorelModule::userDescriptionReportsChange()
@@ -213,26 +157,23 @@ void tst_VorelModule::userDescriptionReportsChange()
     QFETCH(QString, typed);
     QFETCH(bool, accept);
     QFETCH(QString, expected);
-    QFETCH(int, changes);
-
     m_module->setDescription(QStringLiteral("old"));
     QSignalSpy changed(m_module, &VorelModule::ModuleChanged);
     bool answered = false;
     QTimer::singleShot(0, this, [&] {
-        auto *dialog = qobject_cast<QInputDialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        answered = true;
-        dialog->setTextValue(typed);
-        accept ? dialog->accept() : dialog->reject();
+        if (auto *dialog = qobject_cast<QInputDialog *>(QApplication::activeModalWidget())) {
+            answered = true;
+            dialog->setTextValue(typed);
+            accept ? dialog->accept() : dialog->reject();
+        }
     });
     m_module->descriptionAction()->trigger();
     QVERIFY(answered);
     QCOMPARE(m_module->Description(), expected);
-    QCOMPARE(changed.count(), changes);
+    QCOMPARE(changed.count(), expected == "old" ? 0 : 1);
 }
 
-void tst_VorelModule::mouseReportedInTwipsInside()
+void tst_VorelModule::mouseAndFocusReportedInTwips()
 {
     QSignalSpy down(m_module, &VorelModule::MouseDown);
     QSignalSpy up(m_module, &VorelModule::MouseUp);
@@ -241,20 +182,15 @@ void tst_VorelModule::mouseReportedInTwipsInside()
     QTest::mousePress(m_module, Qt::LeftButton, Qt::ShiftModifier, QPoint(10, 20));
     QTest::mouseRelease(m_module, Qt::LeftButton, Qt::ShiftModifier, QPoint(12, 21));
     QCOMPARE(down.count(), 1);
-    QCOMPARE(down.first().at(0).value<qint16>(), qint16(7));
-    QCOMPARE(down.first().at(1).value<Qt::MouseButton>(), Qt::LeftButton);
-    QCOMPARE(down.first().at(2).value<Qt::KeyboardModifiers>(),
-             Qt::KeyboardModifiers(Qt::ShiftModifier));
-    QCOMPARE(down.first().at(3).toFloat(), 150.0f);
-    QCOMPARE(down.first().at(4).toFloat(), 300.0f);
-    QCOMPARE(down.first().at(5).toPointF(), QPointF(m_module->mapToGlobal(QPoint(10, 20))));
+    const QList<QVariant> &d = down.first();
+    QCOMPARE(d.at(0).value<qint16>(), qint16(7));
+    QCOMPARE(d.at(1).value<Qt::MouseButton>(), Qt::LeftButton);
+    QCOMPARE(d.at(2).value<Qt::KeyboardModifiers>(), Qt::KeyboardModifiers(Qt::ShiftModifier));
+    QCOMPARE(QPointF(d.at(3).toFloat(), d.at(4).toFloat()), QPointF(150, 300));
+    QCOMPARE(d.at(5).toPointF(), QPointF(m_module->mapToGlobal(QPoint(10, 20))));
     QCOMPARE(up.count(), 1);
-    QCOMPARE(up.first().at(3).toFloat(), 180.0f);
-    QCOMPARE(up.first().at(4).toFloat(), 315.0f);
-}
+    QCOMPARE(QPointF(up.first().at(3).toFloat(), up.first().at(4).toFloat()), QPointF(180, 315));
 
-void tst_VorelModule::focusReportsIndex()
-{
     auto *other = new VorelModule(8, m_canvas);
     other->Create(4, QStringLiteral("8"));
     other->show();

@@ -23,9 +23,7 @@ private slots:
     void unknownKeyIsKeptAsGiven();
     void removeWalkEmptiesList_data();
     void removeWalkEmptiesList();
-    void partialRemovalRenumbersAtNextCount();
     void slotsOutOfRangeAreHarmless();
-    void newModuleExitsLeadNowhere();
 };
 
 void tst_Definition::memberAndNameReachOneValue_data()
@@ -38,10 +36,6 @@ void tst_Definition::memberAndNameReachOneValue_data()
             << "OnDigit7" << QVariant(QStringLiteral("[Sales]"))
             << Getter([](const Definition &d) { return d.OnDigit7(); })
             << Setter([](Definition &d, const QVariant &v) { d.setOnDigit7(v.toString()); });
-    QTest::newRow("OnFinish-read-by-name-written-as-member")
-            << "OnFinish" << QVariant(QStringLiteral("[Bye]"))
-            << Getter([](const Definition &d) { return d.OnFinish(); })
-            << Setter([](Definition &d, const QVariant &v) { d.setOnFinish(v.toString()); });
     QTest::newRow("isTextMsg-kept-as-boolean")
             << "isTextMsg" << QVariant(true)
             << Getter([](const Definition &d) { return d.isTextMsg(); })
@@ -57,10 +51,6 @@ void tst_Definition::memberAndNameReachOneValue_data()
             << "Left" << QVariant(float(1000.5))
             << Getter([](const Definition &d) { return d.Left(); })
             << Setter([](Definition &d, const QVariant &v) { d.setLeft(v.toFloat()); });
-    QTest::newRow("ScriptName-text-of-type-12")
-            << "ScriptName" << QVariant(QStringLiteral("/srv/ivr/billing.ivr"))
-            << Getter([](const Definition &d) { return d.ScriptName(); })
-            << Setter([](Definition &d, const QVariant &v) { d.setScriptName(v.toString()); });
 }
 
 void tst_Definition::memberAndNameReachOneValue()
@@ -97,7 +87,6 @@ void tst_Definition::removeWalkEmptiesList_data()
     QTest::newRow("equal-names-between-others")
             << QStringList{"a.ivr", "b.ivr", "a.ivr", "c.ivr", "b.ivr"};
     QTest::newRow("empty-names") << QStringList{"", "x.ivr", ""};
-    QTest::newRow("one-script") << QStringList{"a.ivr"};
 }
 
 void tst_Definition::removeWalkEmptiesList()
@@ -120,17 +109,6 @@ void tst_Definition::removeWalkEmptiesList()
     QCOMPARE(common.ScriptName(1), QString("new.ivr"));
 }
 
-void tst_Definition::partialRemovalRenumbersAtNextCount()
-{
-    Definition common;
-    common.AddScript("a.ivr");
-    common.AddScript("b.ivr");
-    common.AddScript("c.ivr");
-    common.RemoveScript("b.ivr");
-    QCOMPARE(common.ScriptCount(), qint16(2));
-    QCOMPARE(common.ScriptName(2), QString("c.ivr"));
-}
-
 void tst_Definition::slotsOutOfRangeAreHarmless()
 {
     Definition common;
@@ -141,21 +119,6 @@ void tst_Definition::slotsOutOfRangeAreHarmless()
     QCOMPARE(common.FileName(Definition::FileNameSlots), QString());
     QCOMPARE(common.MonthFile(12), QString());
     QCOMPARE(common.ScriptName(1), QString());
-    common.setMonthFile(11, "/tmp/dec.wav");
-    QCOMPARE(common.MonthFile(11), QString("/tmp/dec.wav"));
-}
-
-void tst_Definition::newModuleExitsLeadNowhere()
-{
-    const ModuleDataPtr digits = ModuleData::createNew(4, "7");
-    QCOMPARE(digits->Name(), QString("7"));
-    QCOMPARE(digits->ModuleType(), 4);
-    QVERIFY(digits->definition().keys().contains("OnHash"));
-    QCOMPARE(digits->definition().Properties("OnHash").Value(), QVariant(QString()));
-    // The same Definition object on every read: a write through one
-    // reference is seen through the next.
-    digits->definition().setOnStar("[Menu]");
-    QCOMPARE(digits->definition().OnStar(), QString("[Menu]"));
 }
 
 QTEST_GUILESS_MAIN(tst_Definition)

@@ -1,4 +1,3 @@
-#include "scriptconstants.h"
 #include "scriptutility.h"
 
 #include <QFile>
@@ -14,7 +13,6 @@ class tst_ScriptUtility : public QObject
 private slots:
     void fileExists_data();
     void fileExists();
-    void suffixIsFourCharacters();
 };
 
 void tst_ScriptUtility::fileExists_data()
@@ -25,7 +23,6 @@ void tst_ScriptUtility::fileExists_data()
     QTest::newRow("folder-named-with-slash-passes") << "prompts/" << true;
     QTest::newRow("folder-named-without-slash-fails") << "prompts" << false;
     QTest::newRow("missing-file") << "absent.ivr" << false;
-    QTest::newRow("file-named-with-slash") << "script.ivr/" << false;
     QTest::newRow("empty-path") << "" << false;
 }
 
@@ -42,13 +39,6 @@ void tst_ScriptUtility::fileExists()
 
     const QString path = relative.isEmpty() ? QString() : dir.path() + '/' + relative;
     QCOMPARE(ScriptUtility::FileExists(path), exists);
-}
-
-void tst_ScriptUtility::suffixIsFourCharacters()
-{
-    // The window cuts four characters from a path to make its caption.
-    QCOMPARE(ScriptConstants::ScriptSuffix().size(), 4);
-    QCOMPARE(ScriptConstants::ScriptSuffix(), "." + ScriptUtility::ScriptExtension());
 }
 
 QTEST_GUILESS_MAIN(tst_ScriptUtility)
