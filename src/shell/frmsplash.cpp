@@ -52,8 +52,10 @@ void frmSplash::ShowMe(bool closeOnInput)
 
 void frmSplash::paintEvent(QPaintEvent *)
 {
+    if (m_picture.size() != size())
+        m_picture = ivr::ShellIcons::splash(size());
     QPainter painter(this);
-    painter.drawPixmap(0, 0, ivr::ShellIcons::splash(size()));
+    painter.drawPixmap(0, 0, m_picture);
 }
 
 void frmSplash::keyPressEvent(QKeyEvent *event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 class QEventLoop;
@@ -33,4 +34,6 @@ private:
 
     bool m_closeOnInput = false;
     QEventLoop *m_loop = nullptr;
+    // Drawn at the first paint; every later paint only copies it.
+    QPixmap m_picture;
 };

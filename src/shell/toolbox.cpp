@@ -1,8 +1,8 @@
 #include "toolbox.h"
 
 #include "ivrcheck.h"
-#include "moduleicon.h"
 #include "selectedmoduletype.h"
+#include "toolpictureengine.h"
 
 #include <QIcon>
 #include <QLabel>
@@ -48,12 +48,6 @@ qreal pictureScale()
                 qreal(room.height()) / SelectedPicture.height());
 }
 
-QPixmap toolPicture(int index, QSize size, bool hover)
-{
-    return index == 0 ? ModuleIcon::selectTool(size, hover)
-                      : ModuleIcon::picture(index, size, hover);
-}
-
 } // namespace
 
 ToolboxButton::ToolboxButton(int index, const QString &tip, QWidget *parent)
@@ -91,10 +85,9 @@ void ToolboxButton::setPictureHeight(int height)
 void ToolboxButton::redraw()
 {
     const QSize shown = (QSizeF(m_pictureSize) * pictureScale()).toSize();
-    QIcon icon;
-    icon.addPixmap(toolPicture(m_index, shown, false), QIcon::Normal);
-    icon.addPixmap(toolPicture(m_index, shown, true), QIcon::Active);
-    setIcon(icon);
+    if (shown == iconSize() && !icon().isNull())
+        return;
+    setIcon(QIcon(new ToolPictureEngine(m_index, shown)));
     setIconSize(shown);
 }
 

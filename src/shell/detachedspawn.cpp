@@ -1,0 +1,70 @@
+#include "detachedspawn.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <thread>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char **environ;
+
+namespace ivr {
+
+namespace {
+
+// posix_spawn borrows the caller's memory until the exec (no copy of the
+// page tables, unlike fork), so the spawning thread is held only briefly.
+void spawnAndReap(QByteArray program, QByteArray folder)
+{
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    if (!folder.isEmpty())
+        posix_spawn_file_actions_addchdir_np(&actions, folder.constData());
+
+    // A session of its own, so that the program outlives a terminal that
+    // closes; signals as a freshly started program expects them.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t none;
+    sigemptyset(&none);
+    sigset_t defaults;
+    sigemptyset(&defaults);
+    sigaddset(&defaults, SIGPIPE);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setsigdefault(&attributes, &defaults);
+    posix_spawnattr_setflags(&attributes,
+                             POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+
+    char *argv[] = {program.data(), nullptr};
+    pid_t pid = 0;
+    const int failed = posix_spawn(&pid, program.constData(), &actions, &attributes, argv, environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    if (failed)
+        return;
+    while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+} // namespace
+
+bool DetachedSpawn::start(const QString &program, const QString &workingFolder)
+{
+    const QFileInfo info(program);
+    if (!info.isFile() || !info.isExecutable())
+        return false;
+    std::thread(spawnAndReap, QFile::encodeName(program), QFile::encodeName(workingFolder))
+            .detach();
+    return true;
+}
+
+} // namespace ivr
