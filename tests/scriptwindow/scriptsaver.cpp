@@ -1,12 +1,59 @@
-// Saves one large script again and again until it is killed, so that a test
-// can kill it in the middle of a save. Every module of one save carries the
-// same description, which alternates from save to save.
+// Two ways to save from a process of its own, for the file test:
+//   scriptsaver <file>
+//     saves one large script again and again until it is killed, so that the
+//     test can kill it in the middle of a save; every module of one save
+//     carries the same description, which alternates from save to save;
+//   scriptsaver <file> <source>
+//     opens <source>, edits it, and saves it once onto <file> on a disk that
+//     takes 4 KiB per file, then prints what the window and the user saw.
 
 #include "frmscriptviewer.h"
+#include "msgbox.h"
 #include "vorelmodule.h"
 
 #include <QApplication>
+#include <QMouseEvent>
 #include <QTextStream>
+
+#include <csignal>
+#include <sys/resource.h>
+
+static int saveOnFullDisk(frmScriptViewer &w, const QString &file, const QString &source)
+{
+    QStringList messages;
+    ivr::MsgBox::setHook([&](const ivr::MsgBox::Message &m) {
+        messages << QString::number(int(m.icon)) + QLatin1Char(' ') + m.text;
+        return QMessageBox::Ok;
+    });
+    w.show();
+    w.OpenScript(source);
+    for (int i = 0; i < 100; ++i)
+        w.AddModule(3, 2000 + 300 * (i % 10), 9000 + 1200 * (i / 10));
+    // A plain click on a module is an edit.
+    VorelModule *module = w.cmVorelModule().at(2);
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type,
+                          QPointF(3, 3),
+                          module->mapToGlobal(QPointF(3, 3)),
+                          Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+                          {});
+        QApplication::sendEvent(module, &event);
+    }
+    const bool changedBefore = w.Changed();
+    w.setFileName(file);
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{4096, 4096};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const bool ok = w.SaveScript(false);
+    QTextStream out(stdout);
+    out << "changed before " << changedBefore << "\nok " << ok << "\nchanged " << w.Changed()
+        << "\nfile " << w.FileName() << "\ncaption " << w.windowTitle() << "\nmodules "
+        << w.cmVorelModule().count() << '\n';
+    for (const QString &m : messages)
+        out << "message " << m << '\n';
+    return 0;
+}
 
 int main(int argc, char **argv)
 {
@@ -15,6 +62,8 @@ int main(int argc, char **argv)
     if (argc < 2)
         return 2;
     frmScriptViewer w;
+    if (argc > 2)
+        return saveOnFullDisk(w, QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2]));
     for (int i = 0; i < 400; ++i)
         w.AddModule(3, 2000 + 300 * (i % 40), 1000 + 1200 * (i / 40));
     w.setFileName(QString::fromLocal8Bit(argv[1]));

@@ -220,20 +220,26 @@ void tst_frmScriptViewer::deletePaths_data()
     QTest::addColumn<int>("answer");
     QTest::addColumn<QString>("question");
     QTest::addColumn<bool>("gone");
-    const QString none;
-    QTest::newRow("menu-delete-of-connected-asks-nothing")
-            << "menu" << 0 << int(QMessageBox::Yes) << none << false;
-    QTest::newRow("menu-delete-of-end-call-asks-nothing")
-            << "menu" << 1 << int(QMessageBox::Yes) << none << false;
-    QTest::newRow("request-on-end-call-asks-then-keeps")
-            << "request" << 1 << int(QMessageBox::Yes)
-            << "Do you want to delete module [ End Call ]" << false;
-    QTest::newRow("menu-delete-answered-no-keeps")
-            << "menu" << 2 << int(QMessageBox::No) << "Do you want to delete module [ 2 ]" << false;
-    QTest::newRow("menu-delete-removes")
-            << "menu" << 2 << int(QMessageBox::Yes) << "Do you want to delete module [ 2 ]" << true;
-    QTest::newRow("control-request-removes") << "request" << 2 << int(QMessageBox::Yes)
-                                             << "Do you want to delete module [ 2 ]" << true;
+    auto row = [](const char *name,
+                  const char *path,
+                  int index,
+                  QMessageBox::StandardButton answer,
+                  const char *question,
+                  bool gone) {
+        QTest::newRow(name) << QString(path) << index << int(answer) << QString(question) << gone;
+    };
+    const auto yes = QMessageBox::Yes;
+    const char *ask2 = "Do you want to delete module [ 2 ]";
+    row("menu-delete-of-connected-asks-nothing", "menu", 0, yes, "", false);
+    row("request-on-end-call-asks-then-keeps",
+        "request",
+        1,
+        yes,
+        "Do you want to delete module [ End Call ]",
+        false);
+    row("menu-delete-answered-no-keeps", "menu", 2, QMessageBox::No, ask2, false);
+    row("menu-delete-removes", "menu", 2, yes, ask2, true);
+    row("control-request-removes", "request", 2, yes, ask2, true);
 }
 
 void tst_frmScriptViewer::deletePaths()

@@ -23,7 +23,6 @@ private slots:
     void init();
     void cleanup();
     void roundTripKeepsEverything();
-    void openedTypeOneLandsAtZero();
     void reopenPacksIndices();
     void reopenRebuildsOnlyItsExits_data();
     void reopenRebuildsOnlyItsExits();
@@ -136,22 +135,6 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
     QCOMPARE(c2.scriptNames().size(), 2);
 }
 
-void tst_frmScriptViewerFile::openedTypeOneLandsAtZero()
-{
-    frmScriptViewer w;
-    w.OpenScript(fixture());
-    const auto at = indices(w);
-    // The fixture lists "Welcome" before "Connected" and "End Call" last.
-    QCOMPARE(at.value("Connected"), qint16(0));
-    QCOMPARE(at.value("End Call"), qint16(1));
-    QCOMPARE(at.value("Welcome"), qint16(2));
-    QCOMPARE(w.windowTitle(), fixture());
-    QVERIFY(!w.Changed());
-    // The window's own first link to End Call is gone with its arrow.
-    QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(0));
-    QVERIFY(w.DrawLine().LineMatrix(0, 2) > 0);
-}
-
 void tst_frmScriptViewerFile::reopenPacksIndices()
 {
     const QString file = m_folder->file(QStringLiteral("holes.ivr"));
@@ -179,18 +162,15 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<QString>("to");
     QTest::addColumn<bool>("arrow");
-    QTest::newRow("query-on-no-record-gets-no-arrow") << "Lookup"
-                                                      << "Voicemail" << false;
-    QTest::newRow("query-on-success-gets-arrow") << "Lookup"
-                                                 << "Mail" << true;
-    QTest::newRow("program-on-success-gets-no-arrow") << "Program"
-                                                      << "Other Script" << false;
-    QTest::newRow("program-on-fail-gets-no-arrow") << "Program"
-                                                   << "Spare" << false;
-    QTest::newRow("digit-menu-to-type-ten") << "Menu"
-                                            << "Spare" << true;
-    QTest::newRow("type-two-walked-like-one") << "Legacy"
-                                              << "End Call" << true;
+    auto row = [](const char *name, const char *from, const char *to, bool arrow) {
+        QTest::newRow(name) << QString(from) << QString(to) << arrow;
+    };
+    row("query-on-no-record-gets-no-arrow", "Lookup", "Voicemail", false);
+    row("query-on-success-gets-arrow", "Lookup", "Mail", true);
+    row("program-on-success-gets-no-arrow", "Program", "Other Script", false);
+    row("program-on-fail-gets-no-arrow", "Program", "Spare", false);
+    row("digit-menu-to-type-ten", "Menu", "Spare", true);
+    row("type-two-walked-like-one", "Legacy", "End Call", true);
 }
 
 void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
@@ -202,6 +182,12 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
     w.OpenScript(fixture());
     const auto at = indices(w);
     QCOMPARE(w.DrawLine().LineMatrix(at.value(from), at.value(to)) > 0, arrow);
+    // The fixture lists "Welcome" before "Connected" and "End Call" last; the
+    // window's own first link to End Call is gone with its arrow.
+    QCOMPARE(at.value("Connected"), qint16(0));
+    QCOMPARE(at.value("End Call"), qint16(1));
+    QCOMPARE(at.value("Welcome"), qint16(2));
+    QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(0));
 }
 
 void tst_frmScriptViewerFile::openFailures_data()
@@ -245,26 +231,22 @@ void tst_frmScriptViewerFile::saveNameAndCaption_data()
     QTest::addColumn<QString>("proposed");
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<QString>("caption");
-    QTest::newRow("new-script-proposes-caption-and-suffix") << false << false << "x"
-                                                            << "IVR Script 1.ivr"
-                                                            << "x.ivr"
-                                                            << "x";
-    QTest::newRow("typed-suffix-not-doubled") << false << false << "y.ivr"
-                                              << "IVR Script 1.ivr"
-                                              << "y.ivr"
-                                              << "y";
-    QTest::newRow("upper-case-suffix-doubled") << false << false << "x.IVR"
-                                               << "IVR Script 1.ivr"
-                                               << "x.IVR.ivr"
-                                               << "x.IVR";
-    QTest::newRow("opened-script-proposes-suffix-twice") << true << true << "z"
-                                                         << "<opened>.ivr"
-                                                         << "z.ivr"
-                                                         << "z";
-    QTest::newRow("cancel-writes-nothing") << false << true << ""
-                                           << "IVR Script 1.ivr"
-                                           << ""
-                                           << "IVR Script 1";
+    auto row = [](const char *name,
+                  bool opened,
+                  bool saveAs,
+                  const char *typed,
+                  const char *proposed,
+                  const char *fileName,
+                  const char *caption) {
+        QTest::newRow(name) << opened << saveAs << QString(typed) << QString(proposed)
+                            << QString(fileName) << QString(caption);
+    };
+    const char *plain = "IVR Script 1.ivr";
+    row("new-script-proposes-caption-and-suffix", false, false, "x", plain, "x.ivr", "x");
+    row("typed-suffix-not-doubled", false, false, "y.ivr", plain, "y.ivr", "y");
+    row("upper-case-suffix-doubled", false, false, "x.IVR", plain, "x.IVR.ivr", "x.IVR");
+    row("opened-script-proposes-suffix-twice", true, true, "z", "<opened>.ivr", "z.ivr", "z");
+    row("cancel-writes-nothing", false, true, "", plain, "", "IVR Script 1");
 }
 
 void tst_frmScriptViewerFile::saveNameAndCaption()
@@ -304,13 +286,16 @@ void tst_frmScriptViewerFile::saveNameAndCaption()
 void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite_data()
 {
     QTest::addColumn<QString>("target");
-    QTest::newRow("parent-is-regular-file") << "source.ivr/inside.ivr";
-    QTest::newRow("missing-folder") << "no such folder/inside.ivr";
+    QTest::addColumn<bool>("fullDisk");
+    QTest::newRow("parent-is-regular-file") << "source.ivr/inside.ivr" << false;
+    QTest::newRow("missing-folder") << "no such folder/inside.ivr" << false;
+    QTest::newRow("full-disk-keeps-old-file") << "source.ivr" << true;
 }
 
 void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
 {
     QFETCH(QString, target);
+    QFETCH(bool, fullDisk);
     const QString dir = m_folder->path() + QLatin1Char('/');
     const QString source = dir + QStringLiteral("source.ivr");
     QVERIFY(QFile::copy(fixture(), source));
@@ -319,29 +304,52 @@ void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
     const QByteArray before = original.readAll();
     original.close();
 
-    frmScriptViewer w;
-    w.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
-    w.OpenScript(source);
-    w.AddModule(4, 500, 500);
-    QVERIFY(!w.Changed()); // placing by code leaves the flag alone; mark it as an edit does
-    QTest::mouseClick(w.cmVorelModule().at(2), Qt::LeftButton, {}, QPoint(3, 3));
-    QVERIFY(w.Changed());
-    answerSave(dir + target);
-
-    QVERIFY(!w.SaveScript(true));
-    QCOMPARE(m_messages->count(), 1);
-    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
-    QVERIFY2(m_messages->lastText().contains(QStringLiteral("inside.ivr")),
-             qPrintable(m_messages->lastText()));
+    // What the window and the user saw, as the saver child prints it.
+    QStringList seen;
+    int modules = 0;
+    if (fullDisk) {
+        QProcess saver;
+        saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {dir + target, source});
+        QVERIFY(saver.waitForFinished(60000));
+        QCOMPARE(saver.exitCode(), 0);
+        seen = QString::fromLocal8Bit(saver.readAllStandardOutput())
+                       .split('\n', Qt::SkipEmptyParts);
+        modules = 14 + 100;
+    } else {
+        frmScriptViewer w;
+        w.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        w.OpenScript(source);
+        w.AddModule(4, 500, 500);
+        QVERIFY(!w.Changed()); // placing by code leaves the flag alone; a click is an edit
+        QTest::mouseClick(w.cmVorelModule().at(2), Qt::LeftButton, {}, QPoint(3, 3));
+        const bool changedBefore = w.Changed();
+        answerSave(dir + target);
+        const bool ok = w.SaveScript(true);
+        seen << QStringLiteral("changed before %1").arg(changedBefore)
+             << QStringLiteral("ok %1").arg(ok) << QStringLiteral("changed %1").arg(w.Changed())
+             << "file " + w.FileName() << "caption " + w.windowTitle()
+             << QStringLiteral("modules %1").arg(w.cmVorelModule().count());
+        for (const auto &m : m_messages->messages())
+            seen << QStringLiteral("message %1 ").arg(int(m.icon)) + m.text;
+        QVERIFY(w.close()); // no question any more
+        QCOMPARE(m_messages->count(), 1);
+        modules = 15;
+    }
+    const QStringList expected{"changed before 1",
+                               "ok 0",
+                               "changed 0",
+                               "file " + dir + target,
+                               "caption " + dir + target.chopped(4),
+                               QStringLiteral("modules %1").arg(modules)};
+    QCOMPARE(seen.mid(0, 6), expected);
+    QCOMPARE(seen.size(), 7); // one message
+    const QString message = seen.last();
+    QVERIFY2(message.startsWith(QStringLiteral("message %1 ").arg(int(QMessageBox::Critical)))
+                     && message.contains(QFileInfo(target).fileName()),
+             qPrintable(message));
     QVERIFY(original.open(QIODevice::ReadOnly));
     QCOMPARE(original.readAll(), before);
-    QCOMPARE(w.cmVorelModule().count(), 15);
-    QVERIFY(!w.Changed());
-    QCOMPARE(w.FileName(), dir + target);
-    QCOMPARE(w.windowTitle(), dir + target.chopped(4));
-    QVERIFY(w.close()); // no question any more
-    QCOMPARE(m_messages->count(), 1);
 }
 
 void tst_frmScriptViewerFile::run_data()
