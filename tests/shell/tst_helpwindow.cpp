@@ -27,7 +27,6 @@ private slots:
 
     void bothEntriesOpenTheDesignerTopic_data();
     void bothEntriesOpenTheDesignerTopic();
-    void contextOpensItsTopic();
     void missingHelpFileIsSaidInTheWindow();
     void noHelpFileSetGivesTheMessage();
 
@@ -39,38 +38,34 @@ private:
 void tst_HelpWindow::bothEntriesOpenTheDesignerTopic_data()
 {
     QTest::addColumn<QString>("entry");
-    QTest::newRow("contents") << "mnuHelpContents";
-    QTest::newRow("search-opens-the-same-page") << "mnuHelpSearchForHelpOn";
+    QTest::addColumn<QString>("topic");
+    QTest::newRow("contents") << "mnuHelpContents"
+                              << "bdw_d_designer.htm";
+    QTest::newRow("search-opens-the-same-page") << "mnuHelpSearchForHelpOn"
+                                                << "bdw_d_designer.htm";
+    QTest::newRow("dialog-context-opens-its-topic") << "7"
+                                                    << "bdw_d_record.htm";
 }
 
 void tst_HelpWindow::bothEntriesOpenTheDesignerTopic()
 {
     QFETCH(QString, entry);
+    QFETCH(QString, topic);
     if (!QFile::exists(m_folder->file("BdwIVRS.qch")))
         QSKIP("the compiled help is not in the build");
     frmAppMain *frame = start(*m_folder);
     QVERIFY(frame);
-    frame->command(entry)->trigger();
+    bool context = false;
+    const int id = entry.toInt(&context);
+    context ? frame->showHelpContext(id) : frame->command(entry)->trigger();
     ivr::HelpWindow *help = ivr::HelpWindow::instance();
     QVERIFY(help->isVisible());
     QVERIFY(help->helpFound());
-    QCOMPARE(help->currentUrl().fileName(), QStringLiteral("bdw_d_designer.htm"));
+    QCOMPARE(help->currentUrl().fileName(), topic);
     QVERIFY(!help->pageText().trimmed().isEmpty());
     QCOMPARE(m_messages->count(), 0);
     // The collection is the user's, in the cache folder, not beside the program.
     QVERIFY(QFile::exists(m_folder->home() + "/.cache"));
-}
-
-void tst_HelpWindow::contextOpensItsTopic()
-{
-    if (!QFile::exists(m_folder->file("BdwIVRS.qch")))
-        QSKIP("the compiled help is not in the build");
-    frmAppMain *frame = start(*m_folder);
-    QVERIFY(frame);
-    frame->showHelpContext(7);
-    QCOMPARE(ivr::HelpWindow::instance()->currentUrl().fileName(),
-             QStringLiteral("bdw_d_record.htm"));
-    QVERIFY(!ivr::HelpWindow::instance()->pageText().trimmed().isEmpty());
 }
 
 void tst_HelpWindow::missingHelpFileIsSaidInTheWindow()

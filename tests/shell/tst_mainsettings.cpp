@@ -23,7 +23,6 @@ private slots:
     void garbageIsRefused_data();
     void garbageIsRefused();
     void roundTripKeepsFractions();
-    void minimizedWriteKeepsGeometry();
 
 private:
     std::unique_ptr<ProgramFolder> m_folder;
@@ -102,18 +101,6 @@ void tst_MainSettings::roundTripKeepsFractions()
     QCOMPARE(read.MainLeft, 1234.567f);
     QCOMPARE(read.MainTop, -15.0f);
     QCOMPARE(read.ShowToolBox, false);
-}
-
-void tst_MainSettings::minimizedWriteKeepsGeometry()
-{
-    shelltesting::putStored("MainLeft", "3000");
-    MainSettings settings;
-    settings.MainLeft = 45;
-    settings.ShowStatusBar = false;
-    settings.write(true);
-    QCOMPARE(shelltesting::stored("MainLeft"), QStringLiteral("3000"));
-    QCOMPARE(shelltesting::stored("MainWidth"), QString());
-    QCOMPARE(shelltesting::stored("ShowStatusBar"), QStringLiteral("False"));
 }
 
 QTEST_GUILESS_MAIN(tst_MainSettings)

@@ -12,13 +12,9 @@ class tst_Toolbox : public QObject
 private slots:
     void init() { ivr::setSelectedModuleType(0); }
 
-    void startsOnSelect();
     void buttonsInScreenOrderWithTheirTips();
     void clickArmsOnlyThatTool_data();
     void clickArmsOnlyThatTool();
-    void clickingThePressedToolAgainKeepsIt();
-    void noToolForFixedTypes_data();
-    void noToolForFixedTypes();
     void selectedPictureFitsTheButton();
 };
 
@@ -32,12 +28,6 @@ void checkOnlyArmed(Toolbox &box, int armed)
     }
 }
 } // namespace
-
-void tst_Toolbox::startsOnSelect()
-{
-    Toolbox box;
-    checkOnlyArmed(box, 0);
-}
 
 void tst_Toolbox::buttonsInScreenOrderWithTheirTips()
 {
@@ -75,6 +65,8 @@ void tst_Toolbox::clickArmsOnlyThatTool_data()
     QTest::newRow("condition-between-query-and-email") << QList<int>{13} << 13;
     QTest::newRow("second-tool-releases-first") << QList<int>{3, 12} << 12;
     QTest::newRow("select-disarms") << QList<int>{7, 0} << 0;
+    QTest::newRow("second-click-on-armed-tool-keeps-it") << QList<int>{5, 5} << 5;
+    QTest::newRow("nothing-clicked-starts-on-select") << QList<int>{} << 0;
 }
 
 void tst_Toolbox::clickArmsOnlyThatTool()
@@ -87,36 +79,6 @@ void tst_Toolbox::clickArmsOnlyThatTool()
         QTest::mouseClick(box.cmdModule(index), Qt::LeftButton);
     QCOMPARE(int(ivr::SelectedModuleType()), armed);
     checkOnlyArmed(box, armed);
-}
-
-void tst_Toolbox::clickingThePressedToolAgainKeepsIt()
-{
-    Toolbox box;
-    box.show();
-    QTest::mouseClick(box.cmdModule(5), Qt::LeftButton);
-    QTest::mouseClick(box.cmdModule(5), Qt::LeftButton);
-    QCOMPARE(int(ivr::SelectedModuleType()), 5);
-    checkOnlyArmed(box, 5);
-    // Hiding the toolbox leaves the tool armed for the canvas.
-    box.hide();
-    QCOMPARE(int(ivr::SelectedModuleType()), 5);
-}
-
-void tst_Toolbox::noToolForFixedTypes_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::newRow("connected") << 1;
-    QTest::newRow("type-2") << 2;
-    QTest::newRow("type-10") << 10;
-}
-
-void tst_Toolbox::noToolForFixedTypes()
-{
-    QFETCH(int, type);
-    QVERIFY(!Toolbox::screenOrder().contains(type));
-    Toolbox box;
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("IVR_CHECK failed"));
-    QCOMPARE(box.cmdModule(type), nullptr);
 }
 
 void tst_Toolbox::selectedPictureFitsTheButton()
