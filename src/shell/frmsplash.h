@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shellicons.h"
+
 #include <QPixmap>
 #include <QWidget>
 
@@ -14,7 +16,7 @@ class frmSplash : public QWidget
 
 public:
     // 7380 x 4245 twips.
-    static constexpr QSize ClientSize{492, 283};
+    static constexpr QSize ClientSize = ivr::ShellIcons::SplashSize;
 
     explicit frmSplash(QWidget *parent = nullptr);
     ~frmSplash() override;

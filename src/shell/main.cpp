@@ -1,8 +1,10 @@
 #include "frmappmain.h"
 #include "ivrapplication.h"
 #include "startup.h"
+#include "startupwarmup.h"
 #include "unhandledfailure.h"
 
+#include <QScopeGuard>
 #include <QTimer>
 
 #include <cstdio>
@@ -37,7 +39,11 @@ private:
 
 int main(int argc, char **argv)
 {
+    ivr::StartupWarmUp warmUp;
     ivr::IvrApplication app(argc, argv);
+    warmUp.applicationReady();
+    // Before the application object goes: nothing may still be loading then.
+    const auto finishWarmUp = qScopeGuard([&warmUp] { warmUp.finish(); });
     ivr::IvrApplication::setUpFonts();
     const bool measure = qEnvironmentVariableIntValue("IVR_EXIT_AFTER_FIRST_PAINT") == 1;
     int result = 1;

@@ -3,6 +3,7 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QResource>
 
 #include <cmath>
 
@@ -12,6 +13,8 @@ namespace {
 
 // Every toolbar picture is drawn on a 40 x 40 grid and shown at 42 x 42.
 constexpr int Grid = 40;
+constexpr int ToolbarSize = 42;
+constexpr int WindowIconSize = 32;
 const QColor Ink(0x1f, 0x3a, 0x5f);
 
 QPen inkPen(qreal width = 2.0)
@@ -107,13 +110,40 @@ void drawExit(QPainter &p)
     p.drawPolyline(QPolygonF({QPointF(29, 14), QPointF(35, 20), QPointF(29, 26)}));
 }
 
-QPixmap drawn(int index, int size)
+QImage transparentImage(int size)
 {
-    QPixmap pixmap(size, size);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
+    QImage image(size, size, ShellIcons::IconFormat);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+void drawWave(QPainter &p, const QRectF &area, const QColor &colour, qreal width)
+{
+    QPainterPath wave;
+    const int steps = 48;
+    for (int i = 0; i <= steps; ++i) {
+        const qreal x = area.left() + area.width() * i / steps;
+        const qreal phase = qreal(i) / steps * 6.2831853 * 3;
+        const qreal envelope = 0.3 + 0.7 * (1.0 - qAbs(i - steps / 2.0) / (steps / 2.0));
+        const qreal y = area.center().y() - std::sin(phase) * area.height() / 2 * envelope;
+        if (i == 0)
+            wave.moveTo(x, y);
+        else
+            wave.lineTo(x, y);
+    }
+    p.setPen(QPen(colour, width, Qt::SolidLine, Qt::RoundCap));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(wave);
+}
+
+} // namespace
+
+QImage ShellIcons::paintToolbar(int index)
+{
+    QImage image = transparentImage(ToolbarSize);
+    QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
-    p.scale(qreal(size) / Grid, qreal(size) / Grid);
+    p.scale(qreal(ToolbarSize) / Grid, qreal(ToolbarSize) / Grid);
     switch (index) {
     case 0:
         drawNew(p);
@@ -139,57 +169,32 @@ QPixmap drawn(int index, int size)
     default:
         break;
     }
-    return pixmap;
+    p.end();
+    return image;
 }
 
-void drawWave(QPainter &p, const QRectF &area, const QColor &colour, qreal width)
+QImage ShellIcons::paintWindow()
 {
-    QPainterPath wave;
-    const int steps = 48;
-    for (int i = 0; i <= steps; ++i) {
-        const qreal x = area.left() + area.width() * i / steps;
-        const qreal phase = qreal(i) / steps * 6.2831853 * 3;
-        const qreal envelope = 0.3 + 0.7 * (1.0 - qAbs(i - steps / 2.0) / (steps / 2.0));
-        const qreal y = area.center().y() - std::sin(phase) * area.height() / 2 * envelope;
-        if (i == 0)
-            wave.moveTo(x, y);
-        else
-            wave.lineTo(x, y);
-    }
-    p.setPen(QPen(colour, width, Qt::SolidLine, Qt::RoundCap));
-    p.setBrush(Qt::NoBrush);
-    p.drawPath(wave);
-}
-
-} // namespace
-
-QIcon ShellIcons::toolbar(int index)
-{
-    return QIcon(drawn(index, 42));
-}
-
-QIcon ShellIcons::window()
-{
-    QPixmap pixmap(32, 32);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
+    QImage image = transparentImage(WindowIconSize);
+    QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
     p.setPen(Qt::NoPen);
     p.setBrush(QColor(0x1f, 0x3a, 0x5f));
     p.drawRoundedRect(QRectF(1, 1, 30, 30), 6, 6);
     drawWave(p, QRectF(5, 8, 22, 16), QColor(0xf3, 0x9c, 0x12), 2.5);
-    return QIcon(pixmap);
+    p.end();
+    return image;
 }
 
-QPixmap ShellIcons::splash(const QSize &size)
+QImage ShellIcons::paintSplash(const QSize &size)
 {
-    QPixmap pixmap(size);
-    QPainter p(&pixmap);
+    QImage image(size, SplashFormat);
+    QPainter p(&image);
     p.setRenderHint(QPainter::Antialiasing);
     QLinearGradient sky(0, 0, 0, size.height());
     sky.setColorAt(0, QColor(0x1f, 0x3a, 0x5f));
     sky.setColorAt(1, QColor(0x0b, 0x15, 0x26));
-    p.fillRect(pixmap.rect(), sky);
+    p.fillRect(image.rect(), sky);
     const QRectF band(24, size.height() * 0.52, size.width() - 48, size.height() * 0.30);
     drawWave(p, band, QColor(0xf3, 0x9c, 0x12), 3);
     drawWave(p, band.adjusted(0, 10, 0, -10), QColor(0x5d, 0xad, 0xe2), 1.5);
@@ -211,7 +216,55 @@ QPixmap ShellIcons::splash(const QSize &size)
     p.setPen(QPen(QColor(0x5d, 0xad, 0xe2), 2));
     p.setBrush(Qt::NoBrush);
     p.drawRect(QRectF(1, 1, size.width() - 2, size.height() - 2));
-    return pixmap;
+    p.end();
+    return image;
+}
+
+QString ShellIcons::prerenderedPath(const QString &name)
+{
+    return QStringLiteral(":/ivr/shell/pictures/") + name + QStringLiteral(".raw");
+}
+
+QImage ShellIcons::prerendered(const QString &name, const QSize &size, QImage::Format format)
+{
+    // The pixels lie uncompressed in the program's image, so the picture
+    // only points at them: nothing is decoded, no image plugin is asked. A
+    // missing or odd-sized picture (a build without them, another size asked
+    // for) is drawn here instead.
+    const QResource resource(prerenderedPath(name));
+    const qint64 bytes = qint64(size.width()) * size.height() * 4;
+    if (!resource.isValid() || resource.compressionAlgorithm() != QResource::NoCompression
+        || resource.size() != bytes) {
+        return {};
+    }
+    return QImage(resource.data(), size.width(), size.height(), size.width() * 4, format);
+}
+
+QIcon ShellIcons::toolbar(int index)
+{
+    QImage image = prerendered(
+            QStringLiteral("toolbar-%1").arg(index), QSize(ToolbarSize, ToolbarSize), IconFormat);
+    if (image.isNull())
+        image = paintToolbar(index);
+    return QIcon(QPixmap::fromImage(std::move(image)));
+}
+
+QIcon ShellIcons::window()
+{
+    QImage image = prerendered(
+            QStringLiteral("window"), QSize(WindowIconSize, WindowIconSize), IconFormat);
+    if (image.isNull())
+        image = paintWindow();
+    return QIcon(QPixmap::fromImage(std::move(image)));
+}
+
+QPixmap ShellIcons::splash(const QSize &size)
+{
+    QImage image = size == SplashSize ? prerendered(QStringLiteral("splash"), size, SplashFormat)
+                                      : QImage();
+    if (image.isNull())
+        image = paintSplash(size);
+    return QPixmap::fromImage(std::move(image));
 }
 
 } // namespace ivr

@@ -2,13 +2,15 @@
 
 #include "appfolder.h"
 #include "calllog.h"
+#include "detachedspawn.h"
 #include "frmappmain.h"
 #include "frmivr.h"
 #include "frmsplash.h"
 #include "helpwindow.h"
-#include "hiddenprocess.h"
 #include "ivrerror.h"
 #include "scriptutility.h"
+#include "startupwarmup.h"
+#include "toolbox.h"
 #include "unhandledfailure.h"
 
 #include <QCoreApplication>
@@ -27,6 +29,7 @@ void Startup::ShowEnquiryFormIfWanted()
     const bool showRegForm = CallLog::readShowRegForm();
     if (showRegForm)
         return;
+    StartupWarmUp::waitForFonts();
     // The form opens the call log again itself to store its check box.
     frmIVR form;
     form.exec();
@@ -34,7 +37,7 @@ void Startup::ShowEnquiryFormIfWanted()
 
 int Startup::Main(const QStringList &arguments)
 {
-    HiddenProcess::start(AppFolder::file(QStringLiteral("regSvr.sh")), {}, AppFolder::path());
+    DetachedSpawn::start(AppFolder::file(QStringLiteral("regSvr.sh")), AppFolder::path());
     HelpWindow::setHelpFile(AppFolder::file(QStringLiteral("BdwIVRS.qch")));
 
     auto splash = std::make_unique<frmSplash>();
@@ -49,6 +52,11 @@ int Startup::Main(const QStringList &arguments)
         QString tail = commandTail(arguments);
         if (!tail.isEmpty() && !ScriptUtility::FileExists(tail))
             tail.clear();
+        // The splash is a finished picture: the enquiry form and the main
+        // window are the first to lay out text. Until the fonts are there,
+        // the toolbox's pictures, which hold none, are drawn.
+        Toolbox::preparePictures();
+        StartupWarmUp::waitForFonts();
         frmAppMain::instance()->OpenWith(tail);
     } catch (const IvrError &error) {
         splash.reset();

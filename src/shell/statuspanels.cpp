@@ -34,10 +34,19 @@ StatusPanels::StatusPanels(QWidget *parent)
     addPermanentWidget(m_date);
     addPermanentWidget(m_time);
 
-    auto *clock = new QTimer(this);
-    connect(clock, &QTimer::timeout, this, &StatusPanels::tick);
-    clock->start(1000);
     tick();
+}
+
+void StatusPanels::showEvent(QShowEvent *event)
+{
+    // The clock only runs once there is a bar to show it on.
+    if (!m_clock) {
+        m_clock = new QTimer(this);
+        connect(m_clock, &QTimer::timeout, this, &StatusPanels::tick);
+        m_clock->start(1000);
+        tick();
+    }
+    QStatusBar::showEvent(event);
 }
 
 void StatusPanels::setPanelText(const QString &text)

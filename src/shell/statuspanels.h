@@ -3,6 +3,7 @@
 #include <QStatusBar>
 
 class QLabel;
+class QTimer;
 
 namespace ivr {
 
@@ -22,6 +23,7 @@ public:
 
 protected:
     void mouseMoveEvent(QMouseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void tick();
@@ -29,6 +31,7 @@ private:
     QLabel *m_text;
     QLabel *m_date;
     QLabel *m_time;
+    QTimer *m_clock = nullptr;
 };
 
 } // namespace ivr

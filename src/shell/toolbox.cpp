@@ -117,6 +117,15 @@ Toolbox::Toolbox(QWidget *parent)
     cmdModule(0)->setPictureWidth(SelectedPicture.width());
 }
 
+void Toolbox::preparePictures()
+{
+    for (const Tool &tool : kTools) {
+        const QSize picture = tool.index == 0 ? SelectedPicture : PlainPicture;
+        const QSize shown = (QSizeF(picture) * pictureScale()).toSize();
+        ToolPictureEngine(tool.index, shown).pixmap(shown, QIcon::Normal, QIcon::Off);
+    }
+}
+
 const QList<int> &Toolbox::screenOrder()
 {
     static const QList<int> order = [] {

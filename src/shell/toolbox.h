@@ -45,6 +45,9 @@ public:
 
     // The indices in their screen order, from the top.
     static const QList<int> &screenOrder();
+    // Draws the pictures a new toolbox shows, ahead of its first paint. They
+    // hold no text, so the start does this while the fonts are still loading.
+    static void preparePictures();
     ToolboxButton *cmdModule(int index) const;
     void ResetToolbox();
 
