@@ -19,8 +19,8 @@ namespace ivr {
 namespace {
 
 // posix_spawn borrows the caller's memory until the exec (no copy of the
-// page tables, unlike fork), so the spawning thread is held only briefly.
-void spawnAndReap(QByteArray program, QByteArray folder)
+// page tables, unlike fork), so the caller is held only for the exec itself.
+pid_t spawn(QByteArray program, const QByteArray &folder)
 {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -49,8 +49,11 @@ void spawnAndReap(QByteArray program, QByteArray folder)
     const int failed = posix_spawn(&pid, program.constData(), &actions, &attributes, argv, environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
-    if (failed)
-        return;
+    return failed ? 0 : pid;
+}
+
+void reap(pid_t pid)
+{
     while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
     }
 }
@@ -62,8 +65,12 @@ bool DetachedSpawn::start(const QString &program, const QString &workingFolder)
     const QFileInfo info(program);
     if (!info.isFile() || !info.isExecutable())
         return false;
-    std::thread(spawnAndReap, QFile::encodeName(program), QFile::encodeName(workingFolder))
-            .detach();
+    const pid_t pid = spawn(QFile::encodeName(program), QFile::encodeName(workingFolder));
+    if (pid <= 0)
+        return false;
+    // Collected on a thread of its own, so that the caller never waits for the
+    // program and a finished one leaves no zombie behind.
+    std::thread(reap, pid).detach();
     return true;
 }
 

@@ -5,10 +5,10 @@
 namespace ivr {
 
 // Starts a program with no arguments, no window and no terminal, in a given
-// folder, and returns at once. The start itself happens on a short-lived
-// thread of its own, which also collects the program's end: the caller never
-// waits for the fork, the exec or the program, and no finished child is left
-// behind as a zombie. The result is only whether the program is there to run.
+// folder, and returns once it has been started: no copy of the process is
+// made for it (as fork would), and the caller never waits for the program. A
+// short-lived thread collects its end, so no finished child is left behind as
+// a zombie. The result is only whether the program could be started.
 class DetachedSpawn
 {
 public:

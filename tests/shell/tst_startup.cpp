@@ -2,12 +2,15 @@
 #include "frmscriptviewer.h"
 #include "frmsplash.h"
 #include "messagerecorder.h"
+#include "shellicons.h"
 #include "shelltesting.h"
 
+#include <QDir>
 #include <QFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QResource>
 #include <QTimer>
 #include <QtTest>
 
@@ -25,6 +28,10 @@ private slots:
     void cleanup()
     {
         discardFrame();
+        // The registration script runs on after the start; its folder goes
+        // once it has written, not from under it.
+        if (m_folder && m_standInRegistration)
+            QTRY_VERIFY(!m_folder->regSvrLog().isEmpty());
         m_messages.reset();
         m_folder.reset();
     }
@@ -36,6 +43,9 @@ private slots:
     void commandTail_data();
     void commandTail();
     void settingsGarbageEndsWithExitCode1();
+    void registrationNotWaitedFor();
+    void builtPictureMatchesDrawing_data();
+    void builtPictureMatchesDrawing();
 
 private:
     void make(Flags flags = Flags::Hidden)
@@ -43,6 +53,7 @@ private:
         ProgramFolder::Options options;
         options.flags = flags;
         m_folder = std::make_unique<ProgramFolder>(options);
+        m_standInRegistration = true;
         QVERIFY(m_folder->isValid());
         m_messages = std::make_unique<MessageRecorder>();
     }
@@ -64,6 +75,7 @@ private:
 
     std::unique_ptr<ProgramFolder> m_folder;
     std::unique_ptr<MessageRecorder> m_messages;
+    bool m_standInRegistration = false;
 };
 
 void tst_Startup::startsInOrder()
@@ -202,6 +214,89 @@ void tst_Startup::settingsGarbageEndsWithExitCode1()
     QCOMPARE(WEXITSTATUS(status), 1);
     QVERIFY2(said.contains("MainTop") && said.contains("top of the screen"), said.constData());
     QCOMPARE(stored("MainTop"), QStringLiteral("top of the screen")); // nothing written over it
+}
+
+namespace {
+
+// Children of this process that have ended and were never collected.
+int zombieChildren()
+{
+    int zombies = 0;
+    const QString parent = QString::number(getpid());
+    for (const QString &entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(entry));
+        if (!stat.open(QIODevice::ReadOnly))
+            continue;
+        // pid (comm) state ppid ...: the name may hold blanks, so read after ")".
+        const QByteArray line = stat.readAll();
+        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+        if (fields.size() > 1 && fields.at(0) == "Z" && fields.at(1) == parent.toLatin1())
+            ++zombies;
+    }
+    return zombies;
+}
+
+} // namespace
+
+void tst_Startup::registrationNotWaitedFor()
+{
+    make();
+    const QString log = m_folder->file("registration.log");
+    const QString release = m_folder->file("release");
+    QFile script(m_folder->file("regSvr.sh"));
+    QVERIFY(script.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    script.write(QStringLiteral("#!/bin/sh\necho \"started $PWD\" >> '%1'\n"
+                                "while [ ! -e '%2' ]; do sleep 0.05; done\n"
+                                "echo ended >> '%1'\n")
+                         .arg(log, release)
+                         .toUtf8());
+    script.close();
+    m_standInRegistration = false;
+    const int zombiesBefore = zombieChildren();
+
+    const auto logText = [&log] {
+        QFile file(log);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    };
+
+    QVERIFY(start(*m_folder));
+    // The start is over while the script still waits for its release.
+    QTRY_VERIFY(!logText().isEmpty());
+    QCOMPARE(logText().trimmed(), QStringLiteral("started ") + m_folder->path());
+
+    QVERIFY(QFile(release).open(QIODevice::WriteOnly));
+    QTRY_VERIFY(logText().contains(QStringLiteral("ended")));
+    // Its end is collected: no dead child stays behind.
+    QTRY_COMPARE(zombieChildren(), zombiesBefore);
+}
+
+void tst_Startup::builtPictureMatchesDrawing_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QImage>("built");
+    QTest::addColumn<QImage>("drawn");
+    using ivr::ShellIcons;
+    QTest::newRow("splash-stale-or-misread")
+            << "splash" << ShellIcons::splash(ShellIcons::SplashSize).toImage()
+            << ShellIcons::paintSplash(ShellIcons::SplashSize);
+    QTest::newRow("window-icon-stale-or-misread")
+            << "window" << ShellIcons::window().pixmap(32).toImage() << ShellIcons::paintWindow();
+    for (int index = 0; index < 7; ++index) {
+        const QString name = QStringLiteral("toolbar-%1").arg(index);
+        QTest::newRow(qPrintable(name + QStringLiteral("-stale-or-misread")))
+                << name << ShellIcons::toolbar(index).pixmap(42).toImage()
+                << ShellIcons::paintToolbar(index);
+    }
+}
+
+void tst_Startup::builtPictureMatchesDrawing()
+{
+    QFETCH(QString, name);
+    QFETCH(QImage, built);
+    QFETCH(QImage, drawn);
+    // Without the built picture both sides would be drawn here.
+    QVERIFY(QResource(ivr::ShellIcons::prerenderedPath(name)).isValid());
+    QCOMPARE(built.convertToFormat(drawn.format()), drawn);
 }
 
 QTEST_MAIN(tst_Startup)
