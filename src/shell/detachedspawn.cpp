@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 #include <cerrno>
@@ -19,7 +21,7 @@ namespace ivr {
 namespace {
 
 // posix_spawn borrows the caller's memory until the exec (no copy of the
-// page tables, unlike fork), so the caller is held only for the exec itself.
+// page tables, unlike fork), so the spawning thread is held only for the exec.
 pid_t spawn(QByteArray program, const QByteArray &folder)
 {
     posix_spawn_file_actions_t actions;
@@ -52,8 +54,20 @@ pid_t spawn(QByteArray program, const QByteArray &folder)
     return failed ? 0 : pid;
 }
 
-void reap(pid_t pid)
+std::mutex g_pendingLock;
+std::condition_variable g_pendingDone;
+int g_pending = 0;
+
+void spawnAndReap(QByteArray program, QByteArray folder)
 {
+    const pid_t pid = spawn(std::move(program), folder);
+    {
+        const std::lock_guard lock(g_pendingLock);
+        --g_pending;
+    }
+    g_pendingDone.notify_all();
+    if (pid <= 0)
+        return;
     while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
     }
 }
@@ -65,13 +79,19 @@ bool DetachedSpawn::start(const QString &program, const QString &workingFolder)
     const QFileInfo info(program);
     if (!info.isFile() || !info.isExecutable())
         return false;
-    const pid_t pid = spawn(QFile::encodeName(program), QFile::encodeName(workingFolder));
-    if (pid <= 0)
-        return false;
-    // Collected on a thread of its own, so that the caller never waits for the
-    // program and a finished one leaves no zombie behind.
-    std::thread(reap, pid).detach();
+    {
+        const std::lock_guard lock(g_pendingLock);
+        ++g_pending;
+    }
+    std::thread(spawnAndReap, QFile::encodeName(program), QFile::encodeName(workingFolder))
+            .detach();
     return true;
+}
+
+void DetachedSpawn::waitForStarts()
+{
+    std::unique_lock lock(g_pendingLock);
+    g_pendingDone.wait(lock, [] { return g_pending == 0; });
 }
 
 } // namespace ivr

@@ -5,14 +5,18 @@
 namespace ivr {
 
 // Starts a program with no arguments, no window and no terminal, in a given
-// folder, and returns once it has been started: no copy of the process is
-// made for it (as fork would), and the caller never waits for the program. A
-// short-lived thread collects its end, so no finished child is left behind as
-// a zombie. The result is only whether the program could be started.
+// folder, and returns at once: a short-lived thread of its own starts it
+// (without a copy of the process, as fork would make) and collects its end,
+// so the caller waits neither for the start nor for the program, and no
+// finished child is left behind as a zombie. The result is only whether the
+// program is there to run.
 class DetachedSpawn
 {
 public:
     static bool start(const QString &program, const QString &workingFolder);
+    // Returns once every program asked for has been started (not ended), so
+    // that a process about to end does not take a start with it.
+    static void waitForStarts();
 };
 
 } // namespace ivr

@@ -14,6 +14,7 @@
 #include "unhandledfailure.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 
 #include <memory>
 
@@ -38,6 +39,8 @@ void Startup::ShowEnquiryFormIfWanted()
 int Startup::Main(const QStringList &arguments)
 {
     DetachedSpawn::start(AppFolder::file(QStringLiteral("regSvr.sh")), AppFolder::path());
+    // However the start ends, the script has been started by then.
+    const auto registrationStarted = qScopeGuard([] { DetachedSpawn::waitForStarts(); });
     HelpWindow::setHelpFile(AppFolder::file(QStringLiteral("BdwIVRS.qch")));
 
     auto splash = std::make_unique<frmSplash>();
