@@ -59,13 +59,13 @@ void StartupWarmUp::run()
     m_applicationReadyFuture.wait();
     if (!m_pluginsWanted)
         return;
-    // In the order the start needs them: the script window's title-bar
-    // pictures need every image plugin (asking each what it reads loads it),
-    // the call log its driver.
-    QImageReader::supportedImageFormats();
+    // In the order the start needs them: the call log its driver, then the
+    // script window's title-bar pictures every image plugin (asking each
+    // what it reads loads it).
     const QString name = QStringLiteral("ivr-startup-warm-up");
     QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
     QSqlDatabase::removeDatabase(name);
+    QImageReader::supportedImageFormats();
 }
 
 } // namespace ivr

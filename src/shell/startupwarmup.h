@@ -8,10 +8,12 @@ namespace ivr {
 // Loads, on a thread of its own and while the main thread builds the
 // application object and the first windows, what the start needs later
 // anyway and what does not touch any widget: the font configuration (read
-// before the first text is laid out), the image-format plugins (the script
-// window's title-bar pictures) and the SQLite driver (the call log). Qt
-// guards each of these loads with its own lock, so a main thread that gets
-// there first waits for the load in progress instead of doing it twice.
+// before the first text is laid out), the SQLite driver (the call log) and
+// the image-format plugins (the script window's title-bar pictures). Qt
+// guards each plugin load with a lock, so a main thread that gets there
+// first waits for the load in progress instead of doing it twice; the font
+// configuration has no such guard, so the start waits for it (waitForFonts)
+// before its first text.
 class StartupWarmUp
 {
 public:
