@@ -301,7 +301,8 @@ void frmAppMain::watchPointer(QWidget *widget)
 {
     widget->setMouseTracking(true);
     widget->installEventFilter(this);
-    for (QWidget *child : widget->findChildren<QWidget *>())
+    // Direct children only: the recursion reaches the rest, each once.
+    for (QWidget *child : widget->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
         watchPointer(child);
 }
 
