@@ -7,7 +7,7 @@ PACKAGES=(
     cmake ninja-build g++ pkg-config sqlite3
     qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-documentation-tools
     libqt6sql6-sqlite qt6-multimedia-dev
-    flite1-dev libsndfile1-dev libsamplerate0-dev
+    flite1-dev libsndfile1-dev libsamplerate0-dev libfontconfig-dev
     fonts-dejavu-core
     xvfb xauth xdotool imagemagick
     pulseaudio pulseaudio-utils sox asterisk-core-sounds-en-wav
