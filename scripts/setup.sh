@@ -4,7 +4,7 @@
 set -euo pipefail
 
 PACKAGES=(
-    cmake ninja-build g++ pkg-config sqlite3
+    cmake ninja-build g++ pkg-config sqlite3 python3
     qt6-base-dev qt6-tools-dev qt6-tools-dev-tools qt6-documentation-tools
     libqt6sql6-sqlite qt6-multimedia-dev
     flite1-dev libsndfile1-dev libsamplerate0-dev libfontconfig-dev
