@@ -23,11 +23,8 @@ bool SinkRecorder::start()
     m_data.clear();
     m_parec.setProcessChannelMode(QProcess::SeparateChannels);
     m_parec.start(QStringLiteral("parec"),
-                  {QStringLiteral("--raw"),
-                   QStringLiteral("--format=s16le"),
-                   QStringLiteral("--rate=8000"),
-                   QStringLiteral("--channels=1"),
-                   QStringLiteral("--latency-msec=10")});
+                  QStringLiteral("--raw --format=s16le --rate=8000 --channels=1 --latency-msec=10")
+                          .split(' '));
     if (!m_parec.waitForStarted(5000))
         return false;
     // The monitor sends silence from the moment the stream is connected, so
@@ -86,11 +83,8 @@ double SinkRecorder::soundingSeconds(const QByteArray &pcm)
 double SinkRecorder::longestInnerGapSeconds(const QByteArray &pcm)
 {
     const QList<bool> windows = soundingWindows(pcm);
-    const qsizetype first = windows.indexOf(true);
-    const qsizetype last = windows.lastIndexOf(true);
-    int longest = 0;
-    int run = 0;
-    for (qsizetype i = first; first >= 0 && i <= last; ++i) {
+    int longest = 0, run = 0;
+    for (qsizetype i = windows.indexOf(true); i >= 0 && i <= windows.lastIndexOf(true); ++i) {
         run = windows[i] ? 0 : run + 1;
         longest = qMax(longest, run);
     }
@@ -109,18 +103,8 @@ QByteArray SinkRecorder::soxPhonePcm(const QString &path)
 {
     QProcess sox;
     sox.start(QStringLiteral("sox"),
-              {path,
-               QStringLiteral("-t"),
-               QStringLiteral("raw"),
-               QStringLiteral("-r"),
-               QStringLiteral("8000"),
-               QStringLiteral("-c"),
-               QStringLiteral("1"),
-               QStringLiteral("-e"),
-               QStringLiteral("signed-integer"),
-               QStringLiteral("-b"),
-               QStringLiteral("16"),
-               QStringLiteral("-")});
+              QStringList{path}
+                      + QStringLiteral("-t raw -r 8000 -c 1 -e signed-integer -b 16 -").split(' '));
     sox.waitForFinished(30000);
     return sox.readAllStandardOutput();
 }
