@@ -40,6 +40,7 @@ public:
         });
     }
     QString address() const { return QStringLiteral("127.0.0.1:%1").arg(m_server.serverPort()); }
+    void close() { m_server.close(); }
     QList<QByteArray> requestLines;
 
 private:
@@ -78,15 +79,33 @@ public slots:
 // valid enquiry.
 using Fields = QMap<QString, QString>;
 
+template<typename T>
+static T *child(QWidget &form, const char *name)
+{
+    T *widget = form.findChild<T *>(QLatin1String(name));
+    if (!widget)
+        qFatal("no %s on the form", name);
+    return widget;
+}
+
+// The form on a program folder of its own, talking to a server of the test's,
+// shown and filled from a valid enquiry with the given changes.
+struct Enquiry
+{
+    explicit Enquiry(const Fields &changes = {});
+    ProgramFolder folder{{Flags::Shown}};
+    AnswerServer server;
+    MessageRecorder recorder;
+    frmIVR form{server.address()};
+};
+
 class tst_frmIVR : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void fieldCheck_data();
-    void fieldCheck();
-    void requestLine_data();
-    void requestLine();
+    void submit_data();
+    void submit();
     void answerReplacesFields();
     void networkFailureShownInPane();
     void hideStoresFlag_data();
@@ -97,21 +116,11 @@ private slots:
     void requirementStopsAt200_data();
     void requirementStopsAt200();
     void mailLinkOpensMailProgram();
-
-private:
-    static void fill(frmIVR &form, const Fields &fields);
-    template<typename T>
-    static T *child(frmIVR &form, const char *name)
-    {
-        T *widget = form.findChild<T *>(QLatin1String(name));
-        if (!widget)
-            qFatal("no %s on the form", name);
-        return widget;
-    }
 };
 
-void tst_frmIVR::fill(frmIVR &form, const Fields &changes)
+Enquiry::Enquiry(const Fields &changes)
 {
+    form.show();
     Fields fields{{"txtName", "Ann"},
                   {"txtCo", "Acme"},
                   {"txtAdd", "Main Street"},
@@ -126,172 +135,111 @@ void tst_frmIVR::fill(frmIVR &form, const Fields &changes)
     child<QPlainTextEdit>(form, "txtReq")->setPlainText(changes.value("txtReq", "IVR"));
 }
 
-void tst_frmIVR::fieldCheck_data()
+void tst_frmIVR::submit_data()
 {
     QTest::addColumn<Fields>("fields");
     QTest::addColumn<QString>("message");
-    QTest::addColumn<QMessageBox::Icon>("icon");
     QTest::addColumn<QString>("focus");
-    auto row = [](const char *name,
-                  const Fields &f,
-                  const char *message = "",
-                  QMessageBox::Icon icon = QMessageBox::Information,
-                  const char *focus = "") {
-        QTest::newRow(name) << f << QString(message) << icon << QString(focus);
+    QTest::addColumn<QMessageBox::Icon>("icon");
+    QTest::addColumn<QByteArray>("query");
+    auto refused = [](const char *name,
+                      const Fields &f,
+                      const char *message,
+                      const char *focus,
+                      QMessageBox::Icon icon = QMessageBox::Information) {
+        QTest::newRow(name) << f << QString(message) << QString(focus) << icon << QByteArray();
     };
     const char *badName = "Please enter a correct name.";
     const char *badPhone = "Please enter a correct Phone Number.";
     const char *badEmail = "Please enter correct Email Address";
     const auto none = QMessageBox::NoIcon;
-    row("blank-name-counts-as-empty",
-        {{"txtName", "   "}},
-        "Please enter Name",
-        QMessageBox::Information,
-        "txtName");
-    row("digit-in-name-without-icon", {{"txtName", "Ann2"}}, badName, none, "txtName");
-    row("letter-beyond-z-refused", {{"txtName", "Zoë"}}, badName, none, "txtName");
-    row("dotless-i-not-taken-for-I", {{"txtName", "Iıa"}}, badName, none, "txtName");
-    row("name-checked-before-company",
-        {{"txtName", "Ann2"}, {"txtCo", ""}},
-        badName,
-        none,
-        "txtName");
-    row("blank-company",
-        {{"txtCo", " "}},
-        "Please enter Company Name",
-        QMessageBox::Information,
-        "txtCo");
-    row("empty-phone",
-        {{"txtPhone", ""}},
-        "Please enter Phone Number",
-        QMessageBox::Information,
-        "txtPhone");
-    row("blank-inside-phone",
-        {{"txtPhone", "555 1234"}},
-        badPhone,
-        QMessageBox::Information,
-        "txtPhone");
-    row("phone-checked-as-typed-not-trimmed",
-        {{"txtPhone", "555-1234 "}},
-        badPhone,
-        QMessageBox::Information,
-        "txtPhone");
-    row("brackets-in-fax",
-        {{"txtFax", "(020)"}},
-        "Please enter a correct Fax Number.",
-        QMessageBox::Information,
-        "txtFax");
-    row("letter-in-mobile",
-        {{"txtMobile", "07x"}},
-        "Please enter a correct Mobile Number.",
-        QMessageBox::Information,
-        "txtMobile");
-    row("blank-email",
-        {{"txtEmail", "  "}},
-        "Please enter Email Address",
-        QMessageBox::Information,
-        "txtEmail");
-    row("email-without-dot",
-        {{"txtEmail", "ann@acme"}},
-        badEmail,
-        QMessageBox::Information,
-        "txtEmail");
-    row("email-without-at",
-        {{"txtEmail", "ann.acme.com"}},
-        badEmail,
-        QMessageBox::Information,
-        "txtEmail");
-    row("empty-requirement-focuses-email",
-        {{"txtReq", " \n "}},
-        "Please enter requirement",
-        QMessageBox::Information,
-        "txtEmail");
-    // Accepted: no message, the request goes out.
-    row("hyphens-between-phone-digits-pass", {{"txtPhone", "020-555-1234"}});
-    row("at-and-dot-are-enough", {{"txtEmail", "@."}});
-    row("blanks-and-either-case-in-name-pass", {{"txtName", " ann LEE "}});
-    row("blank-optional-numbers-not-checked",
-        {{"txtFax", "  "}, {"txtMobile", " "}, {"txtAdd", ""}});
-    row("address-never-checked", {{"txtAdd", "12 (rear) #3, +x"}});
+    refused("blank-name-counts-as-empty", {{"txtName", "   "}}, "Please enter Name", "txtName");
+    refused("digit-in-name-without-icon", {{"txtName", "Ann2"}}, badName, "txtName", none);
+    refused("letter-beyond-z-refused", {{"txtName", "Zoë"}}, badName, "txtName", none);
+    refused("dotless-i-not-taken-for-I", {{"txtName", "Iıa"}}, badName, "txtName", none);
+    refused("name-checked-before-company",
+            {{"txtName", "A2"}, {"txtCo", ""}},
+            badName,
+            "txtName",
+            none);
+    refused("blank-company", {{"txtCo", " "}}, "Please enter Company Name", "txtCo");
+    refused("empty-phone", {{"txtPhone", ""}}, "Please enter Phone Number", "txtPhone");
+    refused("blank-inside-phone", {{"txtPhone", "555 1234"}}, badPhone, "txtPhone");
+    refused("phone-checked-untrimmed", {{"txtPhone", "555-1234 "}}, badPhone, "txtPhone");
+    refused("brackets-in-fax",
+            {{"txtFax", "(020)"}},
+            "Please enter a correct Fax Number.",
+            "txtFax");
+    refused("letter-in-mobile",
+            {{"txtMobile", "07x"}},
+            "Please enter a correct Mobile Number.",
+            "txtMobile");
+    refused("blank-email", {{"txtEmail", "  "}}, "Please enter Email Address", "txtEmail");
+    refused("email-without-dot", {{"txtEmail", "ann@acme"}}, badEmail, "txtEmail");
+    refused("email-without-at", {{"txtEmail", "ann.acme.com"}}, badEmail, "txtEmail");
+    refused("empty-requirement-focuses-email",
+            {{"txtReq", " \n "}},
+            "Please enter requirement",
+            "txtEmail");
+
+    // Accepted: no message, and this exact request line goes out.
+    auto sent = [](const char *name, const Fields &f, const QByteArray &query) {
+        QTest::newRow(name) << f << QString() << QString() << QMessageBox::NoIcon << query;
+    };
+    const QByteArray plain = "name=Ann&coname=Acme&address=Main%20Street&Phone=555-1234&fax="
+                             "&mobile=&email=ann@acme.com&req=IVR";
+    auto with = [&](const char *from, const char *to) {
+        return QByteArray(plain).replace(from, to);
+    };
+    sent("keys-in-order-with-capital-Phone", {}, plain);
+    sent("fields-sent-trimmed", {{"txtName", "  Ann "}, {"txtReq", "\n IVR \n"}}, plain);
+    sent("hyphens-between-phone-digits-pass",
+         {{"txtPhone", "020-555-1234"}},
+         with("555-1234", "020-555-1234"));
+    sent("at-and-dot-are-enough", {{"txtEmail", "@."}}, with("ann@acme.com", "@."));
+    sent("blank-optional-numbers-and-address-not-checked",
+         {{"txtFax", "  "}, {"txtMobile", " "}, {"txtAdd", "12 (rear) +x"}},
+         with("Main%20Street", "12%20(rear)%20+x"));
+    // What HTTP cannot carry raw: a blank and a line break are percent-encoded.
+    sent("newline-in-requirement",
+         {{"txtReq", "call me\nsoon"}},
+         with("req=IVR", "req=call%20me%0Asoon"));
+    // An ampersand is not escaped: the page sees one key more.
+    sent("ampersand-goes-unescaped", {{"txtCo", "Smith&Sons"}}, with("Acme&", "Smith&Sons&"));
+    // A "#" starts the fragment, which never leaves the client: the query is cut off there.
+    sent("hash-cuts-the-query", {{"txtReq", "lines #1 and #2"}}, with("req=IVR", "req=lines%20"));
 }
 
-void tst_frmIVR::fieldCheck()
+void tst_frmIVR::submit()
 {
     QFETCH(Fields, fields);
     QFETCH(QString, message);
-    QFETCH(QMessageBox::Icon, icon);
     QFETCH(QString, focus);
-    ProgramFolder folder({Flags::Shown});
-    AnswerServer server;
-    MessageRecorder recorder;
-    frmIVR form(server.address());
-    form.show();
-    fill(form, fields);
-    child<QLineEdit>(form, "txtCo")->setFocus();
-    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
-
+    QFETCH(QMessageBox::Icon, icon);
+    QFETCH(QByteArray, query);
+    Enquiry e(fields);
+    child<QLineEdit>(e.form, "txtCo")->setFocus();
+    QTest::mouseClick(child<QPushButton>(e.form, "cmdSubmit"), Qt::LeftButton);
     if (message.isEmpty()) {
-        QCOMPARE(recorder.count(), 0);
-        QTRY_COMPARE(server.requestLines.size(), 1);
+        QCOMPARE(e.recorder.count(), 0);
+        QTRY_COMPARE(e.server.requestLines.size(), 1);
+        QCOMPARE(e.server.requestLines.constFirst(), "GET /mailsend.asp?" + query + " HTTP/1.1");
         return;
     }
-    QCOMPARE(recorder.count(), 1);
-    QCOMPARE(recorder.lastText(), message);
-    QCOMPARE(recorder.messages().constFirst().icon, icon);
-    QCOMPARE(recorder.messages().constFirst().title, QStringLiteral("IVR Script Designer"));
-    QVERIFY(form.focusWidget());
-    QCOMPARE(form.focusWidget()->objectName(), focus);
-    QVERIFY2(child<QGroupBox>(form, "frFields")->isVisible(), "a refused check keeps the fields");
-    QVERIFY(!child<QGroupBox>(form, "frIntExp")->isVisible());
-}
-
-void tst_frmIVR::requestLine_data()
-{
-    QTest::addColumn<Fields>("fields");
-    QTest::addColumn<QByteArray>("query");
-    const QByteArray head
-            = "name=Ann&coname=Acme&address=Main%20Street&Phone=555-1234&fax=&mobile=";
-    const QByteArray tail = "&email=ann@acme.com&req=";
-    QTest::newRow("keys-in-order-with-capital-Phone") << Fields() << head + tail + "IVR";
-    QTest::newRow("fields-sent-trimmed")
-            << Fields{{"txtName", "  Ann "}, {"txtReq", "\n IVR \n"}} << head + tail + "IVR";
-    // What HTTP cannot carry raw: a blank and a line break are percent-encoded.
-    QTest::newRow("newline-in-requirement")
-            << Fields{{"txtReq", "call me\nsoon"}} << head + tail + "call%20me%0Asoon";
-    // An ampersand is not escaped: the page sees one key more.
-    QTest::newRow("ampersand-goes-unescaped")
-            << Fields{{"txtCo", "Smith&Sons"}}
-            << QByteArray(head).replace("Acme", "Smith&Sons") + tail + "IVR";
-    // A "#" starts the fragment, which never leaves the client: the query is
-    // cut off there.
-    QTest::newRow("hash-cuts-the-query")
-            << Fields{{"txtReq", "lines #1 and #2"}} << head + tail + "lines%20";
-}
-
-void tst_frmIVR::requestLine()
-{
-    QFETCH(Fields, fields);
-    QFETCH(QByteArray, query);
-    ProgramFolder folder({Flags::Shown});
-    AnswerServer server;
-    MessageRecorder recorder;
-    frmIVR form(server.address());
-    form.show();
-    fill(form, fields);
-    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
-    QTRY_COMPARE(server.requestLines.size(), 1);
-    QCOMPARE(server.requestLines.constFirst(), "GET /mailsend.asp?" + query + " HTTP/1.1");
-    QCOMPARE(recorder.count(), 0);
+    QCOMPARE(e.recorder.count(), 1);
+    QCOMPARE(e.recorder.lastText(), message);
+    QCOMPARE(e.recorder.messages().constFirst().icon, icon);
+    QCOMPARE(e.recorder.messages().constFirst().title, QStringLiteral("IVR Script Designer"));
+    QVERIFY(e.form.focusWidget());
+    QCOMPARE(e.form.focusWidget()->objectName(), focus);
+    QVERIFY2(child<QGroupBox>(e.form, "frFields")->isVisible(), "a refused check keeps the fields");
+    QVERIFY(!child<QGroupBox>(e.form, "frIntExp")->isVisible());
 }
 
 void tst_frmIVR::answerReplacesFields()
 {
-    ProgramFolder folder({Flags::Shown});
-    AnswerServer server;
-    MessageRecorder recorder;
-    frmIVR form(server.address());
-    form.show();
-    fill(form, Fields());
+    Enquiry e;
+    frmIVR &form = e.form;
     const QString shots = QCoreApplication::applicationDirPath();
     QVERIFY(form.grab().save(shots + QStringLiteral("/enquiry-fields.png")));
 
@@ -315,25 +263,17 @@ void tst_frmIVR::answerReplacesFields()
     QCOMPARE(followed.count(), 1);
     QCOMPARE(sourceChanged.count(), 0);
     QVERIFY(wb->toPlainText().contains(QStringLiteral("We will call you.")));
-    QCOMPARE(server.requestLines.size(), 1);
+    QCOMPARE(e.server.requestLines.size(), 1);
 }
 
 void tst_frmIVR::networkFailureShownInPane()
 {
-    ProgramFolder folder({Flags::Shown});
-    QTcpServer closed;
-    QVERIFY(closed.listen(QHostAddress::LocalHost));
-    const QString address = QStringLiteral("127.0.0.1:%1").arg(closed.serverPort());
-    closed.close();
-    MessageRecorder recorder;
-    frmIVR form(address);
-    form.show();
-    fill(form, Fields());
-    QTest::mouseClick(child<QPushButton>(form, "cmdSubmit"), Qt::LeftButton);
-    auto *wb = child<QTextBrowser>(form, "wb");
-    QTRY_VERIFY(wb->toPlainText().contains(QStringLiteral("could not be sent")));
-    QVERIFY(child<QGroupBox>(form, "frIntExp")->isVisible());
-    QCOMPARE(recorder.count(), 0);
+    Enquiry e;
+    e.server.close();
+    QTest::mouseClick(child<QPushButton>(e.form, "cmdSubmit"), Qt::LeftButton);
+    QTRY_VERIFY(child<QTextBrowser>(e.form, "wb")->toPlainText().contains("could not be sent"));
+    QVERIFY(child<QGroupBox>(e.form, "frIntExp")->isVisible());
+    QCOMPARE(e.recorder.count(), 0);
 }
 
 void tst_frmIVR::hideStoresFlag_data()
