@@ -25,10 +25,8 @@ private slots:
     void emptyStoreGivesDefaults();
     void minimizedUnloadKeepsGeometry();
     void geometrySameAfterTenRuns();
-    void commandsWithoutChildDoNothing_data();
-    void commandsWithoutChildDoNothing();
-    void commandsWithNonModuleActiveDoNothing_data();
-    void commandsWithNonModuleActiveDoNothing();
+    void commandsWithoutModuleDoNothing_data();
+    void commandsWithoutModuleDoNothing();
     void openAsksWithTheScriptFilter();
     void openMakesWindowEvenWhenOpenFails();
     void numbersNeverReused();
@@ -125,58 +123,45 @@ void tst_frmAppMain::geometrySameAfterTenRuns()
     QCOMPARE(stored("MainHeight"), QStringLiteral("7500"));
 }
 
-void tst_frmAppMain::commandsWithoutChildDoNothing_data()
+void tst_frmAppMain::commandsWithoutModuleDoNothing_data()
 {
     QTest::addColumn<QString>("command");
-    for (const char *name : {"mnuFileSave",
-                             "mnuFileClose",
-                             "mnuEditDelete",
-                             "mnuEditProperty",
-                             "cmdMain5",
-                             "mnuFileProperties"})
-        QTest::newRow(name) << QString::fromLatin1(name);
+    QTest::addColumn<bool>("noChild");
+    for (const char *name : {"mnuFileSave", "mnuFileClose", "cmdMain5", "mnuFileProperties"})
+        QTest::addRow("%s-without-child", name) << QString(name) << true;
+    for (const char *name : {"mnuEditDelete", "mnuEditProperty"}) {
+        QTest::addRow("%s-without-child", name) << QString(name) << true;
+        QTest::addRow("%s-with-scroll-bar-active", name) << QString(name) << false;
+    }
+    QTest::newRow("cmdMain4-with-scroll-bar-active") << "cmdMain4" << false;
 }
 
-void tst_frmAppMain::commandsWithoutChildDoNothing()
+void tst_frmAppMain::commandsWithoutModuleDoNothing()
 {
     QFETCH(QString, command);
-    frmAppMain *frame = start(*m_folder);
-    QVERIFY(frame);
-    frame->mdiArea()->closeAllSubWindows();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(children().isEmpty());
-    frame->command(command)->trigger();
-    QVERIFY(children().isEmpty());
-    QCOMPARE(m_dialogs, 0);
-    QCOMPARE(m_messages->count(), 0);
-    QVERIFY(frame->isVisible());
-    // New still works.
-    frame->command("mnuFileNew")->trigger();
-    QCOMPARE(children().size(), 1);
-}
-
-void tst_frmAppMain::commandsWithNonModuleActiveDoNothing_data()
-{
-    QTest::addColumn<QString>("command");
-    for (const char *name : {"mnuEditDelete", "mnuEditProperty", "cmdMain4"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-void tst_frmAppMain::commandsWithNonModuleActiveDoNothing()
-{
-    QFETCH(QString, command);
+    QFETCH(bool, noChild);
     frmAppMain *frame = start(*m_folder);
     QVERIFY(frame);
     auto *viewer = qobject_cast<frmScriptViewer *>(children().constFirst()->widget());
     QVERIFY(viewer);
-    frame->activateWindow();
-    viewer->scrlVert()->setFocus();
-    const int modules = viewer->cmVorelModule().count();
+    if (noChild) {
+        frame->mdiArea()->closeAllSubWindows();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    } else {
+        frame->activateWindow();
+        viewer->scrlVert()->setFocus();
+        QCOMPARE(viewer->cmVorelModule().count(), 2);
+    }
     frame->command(command)->trigger();
-    QCOMPARE(viewer->cmVorelModule().count(), modules);
-    QVERIFY(viewer->isEnabled()); // no dialog took the window
-    QCOMPARE(viewer->Changed(), false);
+    QCOMPARE(children().size(), noChild ? 0 : 1);
+    if (!noChild) {
+        QCOMPARE(viewer->cmVorelModule().count(), 2);
+        QVERIFY(viewer->isEnabled()); // no dialog took the window
+        QVERIFY(!viewer->Changed());
+    }
+    QCOMPARE(m_dialogs, 0);
     QCOMPARE(m_messages->count(), 0);
+    QVERIFY(frame->isVisible());
 }
 
 void tst_frmAppMain::openAsksWithTheScriptFilter()
