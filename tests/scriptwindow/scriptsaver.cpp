@@ -5,7 +5,8 @@
 //     carries the same description, which alternates from save to save;
 //   scriptsaver <file> <source>
 //     opens <source>, edits it, and saves it once onto <file> on a disk that
-//     takes 4 KiB per file, then prints what the window and the user saw.
+//     takes 4 KiB per file, then prints what the window and the user saw and
+//     whether it then closes without a question.
 
 #include "frmscriptviewer.h"
 #include "msgbox.h"
@@ -50,6 +51,8 @@ static int saveOnFullDisk(frmScriptViewer &w, const QString &file, const QString
     out << "changed before " << changedBefore << "\nok " << ok << "\nchanged " << w.Changed()
         << "\nfile " << w.FileName() << "\ncaption " << w.windowTitle() << "\nmodules "
         << w.cmVorelModule().count() << '\n';
+    const qsizetype asked = messages.size();
+    out << "closes without question " << (w.close() && messages.size() == asked) << '\n';
     for (const QString &m : messages)
         out << "message " << m << '\n';
     return 0;
