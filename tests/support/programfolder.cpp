@@ -16,9 +16,7 @@ bool writeScript(const QString &path, const QByteArray &text)
         return false;
     file.write(text);
     file.close();
-    return file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
-                               | QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther
-                               | QFile::ExeOther);
+    return file.setPermissions(QFileDevice::Permissions(0x7055)); // rwxr-xr-x
 }
 
 bool makeDatabase(const QString &path, ProgramFolder::Options::Flags flags)
@@ -58,7 +56,6 @@ QString ProgramFolder::buildProgramDir()
 {
     return QStringLiteral(IVR_BUILD_PROGRAM_DIR);
 }
-
 bool ProgramFolder::make(const QString &folder, const Options &options)
 {
     QDir dir(folder);
@@ -105,21 +102,6 @@ ProgramFolder::ProgramFolder(const Options &options)
 ProgramFolder::~ProgramFolder()
 {
     ivr::AppFolder::clearOverride();
-}
-
-QString ProgramFolder::path() const
-{
-    return m_dir.path();
-}
-
-QString ProgramFolder::file(const QString &relative) const
-{
-    return m_dir.filePath(relative);
-}
-
-QString ProgramFolder::home() const
-{
-    return m_dir.filePath(QStringLiteral("home"));
 }
 
 static QStringList readLines(const QString &path)

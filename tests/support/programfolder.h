@@ -26,9 +26,9 @@ public:
     ~ProgramFolder();
 
     bool isValid() const { return m_valid; }
-    QString path() const;
-    QString file(const QString &relative) const;
-    QString home() const;
+    QString path() const { return m_dir.path(); }
+    QString file(const QString &relative) const { return m_dir.filePath(relative); }
+    QString home() const { return m_dir.filePath(QStringLiteral("home")); }
 
     // What the stand-ins wrote: one line per start of regSvr.sh (its working
     // folder); for VorelRun its working folder and then each argument.
