@@ -10,10 +10,18 @@ script=$1
 root=$(mktemp -d) || exit 1
 trap 'rm -rf "$root"' EXIT
 failures=0
+mime=application/x-brindlewave-ivr
 
 fail() {
     echo "FAIL: $case_name: $*"
     failures=$((failures + 1))
+}
+
+# Puts the program folder at $1 and remembers where it really is.
+move_prog() {
+    mv "$prog" "$1"
+    prog=$1
+    prog_abs=$(cd "$prog" && pwd -P)
 }
 
 # A program folder (with a blank in its name, as users' folders have) holding
@@ -24,123 +32,96 @@ new_case() {
     prog="$base/program folder"
     mkdir -p "$prog" "$base/home"
     cp "$script" "$prog/regSvr.sh"
-    chmod 755 "$prog/regSvr.sh"
     printf '#!/bin/sh\nexit 0\n' >"$prog/ivr-designer"
-    chmod 755 "$prog/ivr-designer"
+    chmod 755 "$prog/regSvr.sh" "$prog/ivr-designer"
     prog_abs=$(cd "$prog" && pwd -P)
     HOME="$base/home"
     XDG_DATA_HOME="$base/home/data"
     XDG_CONFIG_HOME="$base/home/config"
     export HOME XDG_DATA_HOME XDG_CONFIG_HOME
     unset XDG_CURRENT_DESKTOP DESKTOP_SESSION KDE_FULL_SESSION DISPLAY WAYLAND_DISPLAY
+    entry="$XDG_DATA_HOME/applications/brindlewave-ivr-designer.desktop"
 }
 
 # Runs the script as the designer does: from the program folder, as its
-# working folder. Fails the case on any output or a non-zero exit.
+# working folder, with the PATH given or the test's own. Fails the case on any
+# output or a non-zero exit.
 run_regsvr() {
-    out=$(cd "$prog" && ./regSvr.sh 2>&1)
+    out=$(cd "$prog" && PATH=${1:-$PATH} ./regSvr.sh 2>&1)
     rc=$?
     [ "$rc" -eq 0 ] || fail "exit code $rc"
     [ -z "$out" ] || fail "wrote output: $out"
 }
 
-entry_file() {
-    echo "$XDG_DATA_HOME/applications/brindlewave-ivr-designer.desktop"
-}
+default_app() { xdg-mime query default $mime 2>/dev/null; }
 
-filetype_of_script() {
-    printf '{ "format": "brindlewave-ivr-script", "version": 1, "modules": [] }\n' >"$base/call flow.ivr"
-    # The generic query asks file(1), which knows no globs; the GNOME one
-    # asks the shared MIME database that the script updates.
-    XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype "$base/call flow.ivr" 2>/dev/null
-}
-
-# --- registered-twice-stays-registered ---------------------------------------
 new_case registered-twice-stays-registered
 run_regsvr
 run_regsvr
-type=$(filetype_of_script)
-[ "$type" = application/x-brindlewave-ivr ] || fail "script file type is '$type'"
-default=$(xdg-mime query default application/x-brindlewave-ivr 2>/dev/null)
-[ "$default" = brindlewave-ivr-designer.desktop ] || fail "default is '$default'"
+printf '{ "format": "brindlewave-ivr-script", "version": 1, "modules": [] }\n' >"$base/call flow.ivr"
+# The generic query asks file(1), which knows no globs; the GNOME one asks the
+# shared MIME database that the script updates.
+type=$(XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype "$base/call flow.ivr" 2>/dev/null)
+[ "$type" = $mime ] || fail "script file type is '$type'"
+[ "$(default_app)" = brindlewave-ivr-designer.desktop ] || fail "default is '$(default_app)'"
 expected="Exec=\"$prog_abs/ivr-designer\" %f"
-grep -qxF "$expected" "$(entry_file)" || fail "entry lacks '$expected': $(cat "$(entry_file)")"
-grep -qx 'MimeType=application/x-brindlewave-ivr;' "$(entry_file)" || fail "entry lacks MimeType"
+grep -qxF "$expected" "$entry" || fail "entry lacks '$expected': $(cat "$entry")"
+grep -qx "MimeType=$mime;" "$entry" || fail "entry lacks MimeType"
 if command -v desktop-file-validate >/dev/null 2>&1; then
-    problems=$(desktop-file-validate "$(entry_file)" 2>&1) || fail "invalid entry: $problems"
+    problems=$(desktop-file-validate "$entry" 2>&1) || fail "invalid entry: $problems"
 fi
 
-# --- second-start-rewrites-nothing -------------------------------------------
 new_case second-start-rewrites-nothing
+written="$entry $XDG_DATA_HOME/mime/mime.cache $XDG_CONFIG_HOME/mimeapps.list"
 run_regsvr
-before=$(stat -c %i "$(entry_file)" "$XDG_DATA_HOME/mime/mime.cache" "$XDG_CONFIG_HOME/mimeapps.list")
+before=$(stat -c %i $written)
 run_regsvr
-after=$(stat -c %i "$(entry_file)" "$XDG_DATA_HOME/mime/mime.cache" "$XDG_CONFIG_HOME/mimeapps.list")
-[ "$before" = "$after" ] || fail "files were written again on an unchanged registration"
+[ "$before" = "$(stat -c %i $written)" ] || fail "files were written again on an unchanged registration"
 
-# --- users-own-default-survives-restart --------------------------------------
 new_case users-own-default-survives-restart
 run_regsvr
-printf '[Desktop Entry]\nType=Application\nName=Other\nExec=true %%f\nMimeType=application/x-brindlewave-ivr;\n' \
+printf '[Desktop Entry]\nType=Application\nName=Other\nExec=true %%f\nMimeType=%s;\n' $mime \
     >"$XDG_DATA_HOME/applications/other-editor.desktop"
-xdg-mime default other-editor.desktop application/x-brindlewave-ivr
+xdg-mime default other-editor.desktop $mime
 run_regsvr
-default=$(xdg-mime query default application/x-brindlewave-ivr 2>/dev/null)
-[ "$default" = other-editor.desktop ] || fail "the user's default became '$default'"
+[ "$(default_app)" = other-editor.desktop ] || fail "the user's default became '$(default_app)'"
 
-# --- moved-program-folder-updates-entry --------------------------------------
 new_case moved-program-folder-updates-entry
 run_regsvr
-mv "$prog" "$base/moved"
-prog="$base/moved"
-prog_abs=$(cd "$prog" && pwd -P)
+move_prog "$base/moved"
 run_regsvr
-grep -qxF "Exec=\"$prog_abs/ivr-designer\" %f" "$(entry_file)" || fail "entry still names the old folder"
+grep -qxF "Exec=\"$prog_abs/ivr-designer\" %f" "$entry" || fail "entry still names the old folder"
 
-# --- odd-characters-in-folder-are-quoted -------------------------------------
 new_case odd-characters-in-folder-are-quoted
-odd="$base/a \$b \"c\" 50%"
-mv "$prog" "$odd"
-prog=$odd
+move_prog "$base/a \$b \"c\" 50%"
 run_regsvr
-grep -qxF 'Exec="'"$base"'/a \\$b \\"c\\" 50%%/ivr-designer" %f' "$(entry_file)" \
-    || fail "Exec badly quoted: $(grep Exec= "$(entry_file)")"
+grep -qxF 'Exec="'"$base"'/a \\$b \\"c\\" 50%%/ivr-designer" %f' "$entry" \
+    || fail "Exec badly quoted: $(grep Exec= "$entry")"
 
-# --- data-home-is-a-file -----------------------------------------------------
 new_case data-home-is-a-file
 echo "not a folder" >"$base/home/data"
 run_regsvr
 [ "$(cat "$base/home/data")" = "not a folder" ] || fail "the file in the way was changed"
 
-# --- no-xdg-folders-falls-back-to-home ---------------------------------------
 new_case no-xdg-folders-falls-back-to-home
 unset XDG_DATA_HOME XDG_CONFIG_HOME
 run_regsvr
 [ -f "$HOME/.local/share/applications/brindlewave-ivr-designer.desktop" ] \
     || fail "no entry under HOME/.local/share"
-grep -q '^application/x-brindlewave-ivr=' "$HOME/.config/mimeapps.list" \
-    || fail "no default under HOME/.config"
+grep -q "^$mime=" "$HOME/.config/mimeapps.list" || fail "no default under HOME/.config"
 
-# --- no-home-at-all ----------------------------------------------------------
 new_case no-home-at-all
 unset XDG_DATA_HOME XDG_CONFIG_HOME HOME
 run_regsvr
 
-# --- no-desktop-tools --------------------------------------------------------
 new_case no-desktop-tools
 # A PATH with the shell's basic tools but none of the freedesktop ones.
 mkdir -p "$base/bin"
 for tool in sh cat mkdir mv rm sed grep printf pwd; do
     p=$(command -v "$tool") && [ -x "$p" ] && ln -sf "$p" "$base/bin/$tool"
 done
-out=$(cd "$prog" && PATH="$base/bin" ./regSvr.sh 2>&1)
-rc=$?
-[ "$rc" -eq 0 ] || fail "exit code $rc"
-[ -z "$out" ] || fail "wrote output: $out"
-[ -f "$(entry_file)" ] || fail "no entry written"
+run_regsvr "$base/bin"
+[ -f "$entry" ] || fail "no entry written"
 
-if [ "$failures" -ne 0 ]; then
-    echo "$failures failure(s)"
-    exit 1
-fi
+[ "$failures" -eq 0 ] || { echo "$failures failure(s)"; exit 1; }
 echo "All registration cases passed"
