@@ -147,7 +147,6 @@ void tst_ScriptFileDamaged::damagedFileGivesListOrOneMessage_data()
         huge.append(QStringLiteral("/w/x.wav"));
     QTest::newRow("huge-filename-array") << withCommon("FileName", huge);
     QTest::newRow("huge-scriptname-array") << withCommon("ScriptName", huge);
-    QTest::newRow("huge-monthfile-array") << withCommon("MonthFile", huge);
     QTest::newRow("deep-nesting") << QByteArray(100000, '[') + QByteArray(100000, ']');
     QTest::newRow("nul-bytes") << QByteArray(4096, '\0');
 }
