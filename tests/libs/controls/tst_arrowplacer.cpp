@@ -44,16 +44,15 @@ void tst_ArrowPlacer::leadsFromEdgeToEdge_data()
     QTest::addColumn<QPointF>("to");
     QTest::addColumn<bool>("toCompact");
 
-    QTest::newRow("target-below-leaves-bottom")
-            << QPointF(1215, 675) << QPointF(1215, 3870) << false;
-    QTest::newRow("target-above-not-reversed")
-            << QPointF(1215, 3870) << QPointF(1215, 675) << false;
-    QTest::newRow("target-right-leaves-side")
-            << QPointF(1000, 1000) << QPointF(6000, 1200) << false;
-    QTest::newRow("diagonal-to-compact-uses-its-size")
-            << QPointF(500, 500) << QPointF(5000, 4000) << true;
-    QTest::newRow("position-between-pixels")
-            << QPointF(1217.5, 680.2) << QPointF(4001.3, 2999.9) << false;
+    auto row = [](const char *name, auto... v) {
+        (QTest::newRow(name) << ... << v);
+    };
+    using P = QPointF;
+    row("target-below-leaves-bottom", P(1215, 675), P(1215, 3870), false);
+    row("target-above-not-reversed", P(1215, 3870), P(1215, 675), false);
+    row("target-right-leaves-side", P(1000, 1000), P(6000, 1200), false);
+    row("diagonal-to-compact-uses-its-size", P(500, 500), P(5000, 4000), true);
+    row("position-between-pixels", P(1217.5, 680.2), P(4001.3, 2999.9), false);
 }
 
 void tst_ArrowPlacer::leadsFromEdgeToEdge()
