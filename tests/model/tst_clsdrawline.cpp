@@ -59,11 +59,9 @@ class tst_clsDrawLine : public QObject
 private slots:
     void init();
     void cleanup();
-    void deleteInMiddleMarksRowAndColumn();
-    void deleteAtTopDropsRowAndColumn_data();
-    void deleteAtTopDropsRowAndColumn();
+    void deleteMarksOrDropsRowAndColumn_data();
+    void deleteMarksOrDropsRowAndColumn();
     void repeatedAddWipes();
-    void addAboveUpperBoundRefused_data();
     void addAboveUpperBoundRefused();
     void outsideMatrixIsSubscriptError_data();
     void outsideMatrixIsSubscriptError();
@@ -88,62 +86,46 @@ void tst_clsDrawLine::cleanup()
     MsgBox::clearHook();
 }
 
-void tst_clsDrawLine::deleteInMiddleMarksRowAndColumn()
-{
-    TestForm form;
-    clsDrawLine drawLine;
-    for (qint16 i = 0; i <= 3; ++i)
-        form.addModule(drawLine, i, 3);
-    drawLine.setLineMatrix(2, 3, 4);
-    drawLine.setLineMatrix(0, 2, 5);
-
-    form.removeModule(drawLine, 2);
-    QCOMPARE(drawLine.UpperBound(), 3);
-    QVERIFY(!drawLine.ModuleExist(2));
-    for (qint16 j = 0; j <= 3; ++j) {
-        QCOMPARE(drawLine.LineMatrix(2, j), -1);
-        QCOMPARE(drawLine.LineMatrix(j, 2), -1);
-    }
-    QVERIFY(drawLine.ModuleExist(3));
-    QCOMPARE(drawLine.LineMatrix(3, 0), 0);
-    // A redraw passes over the deleted module's -1 cells.
-    drawLine.RedefineModule(3, form, 3);
-}
-
-void tst_clsDrawLine::deleteAtTopDropsRowAndColumn_data()
+void tst_clsDrawLine::deleteMarksOrDropsRowAndColumn_data()
 {
     QTest::addColumn<QList<int>>("deletes");
     QTest::addColumn<int>("upperBound");
-
+    QTest::newRow("middle-delete-writes-minus-one") << QList<int>{2} << 4;
     QTest::newRow("top-delete-shrinks-by-one") << QList<int>{4} << 3;
     QTest::newRow("top-delete-falls-past-hole") << QList<int>{3, 4} << 2;
 }
 
-void tst_clsDrawLine::deleteAtTopDropsRowAndColumn()
+void tst_clsDrawLine::deleteMarksOrDropsRowAndColumn()
 {
     QFETCH(QList<int>, deletes);
     QFETCH(int, upperBound);
-
     TestForm form;
     clsDrawLine drawLine;
     for (qint16 i = 0; i <= 4; ++i)
         form.addModule(drawLine, i, 3);
     drawLine.setLineMatrix(4, 0, 7);
     drawLine.setLineMatrix(0, 4, 8);
+    drawLine.setLineMatrix(2, 3, 4);
+    drawLine.setLineMatrix(0, 2, 5);
     for (int i : deletes)
         form.removeModule(drawLine, qint16(i));
 
     QCOMPARE(drawLine.UpperBound(), upperBound);
-    QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.LineMatrix(4, 0));
-    for (qint16 i = 0; i <= upperBound; ++i)
+    if (upperBound < 4)
+        QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.LineMatrix(4, 0));
+    for (qint16 i = 0; i <= upperBound; ++i) {
+        QCOMPARE(drawLine.ModuleExist(i), !deletes.contains(i));
         for (qint16 j = 0; j <= upperBound; ++j)
-            QVERIFY2(drawLine.LineMatrix(i, j) != -1, "a dropped row leaves no -1 behind");
-
-    // A new module at the dropped index starts clean.
-    form.addModule(drawLine, 4, 5);
-    for (qint16 j = 0; j <= 4; ++j) {
-        QCOMPARE(drawLine.LineMatrix(4, j), 0);
-        QCOMPARE(drawLine.LineMatrix(j, 4), 0);
+            QCOMPARE(drawLine.LineMatrix(i, j) == -1, deletes.contains(i) || deletes.contains(j));
+    }
+    // A redraw passes over a deleted module's -1 cells.
+    drawLine.RedefineModule(1, form, 3);
+    // A new module in the deleted place starts clean.
+    const qint16 back = qint16(deletes.last());
+    form.addModule(drawLine, back, 5);
+    for (qint16 j = 0; j <= qMax(upperBound, int(back)); ++j) {
+        QCOMPARE(drawLine.LineMatrix(back, j), 0);
+        QCOMPARE(drawLine.LineMatrix(j, back), 0);
     }
 }
 
@@ -165,22 +147,15 @@ void tst_clsDrawLine::repeatedAddWipes()
     QVERIFY(g_messages.isEmpty());
 }
 
-void tst_clsDrawLine::addAboveUpperBoundRefused_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::newRow("index-just-above-ubound") << 3;
-}
-
 void tst_clsDrawLine::addAboveUpperBoundRefused()
 {
-    QFETCH(int, index);
-
+    const qint16 index = 3; // just above the bound
     TestForm form;
     clsDrawLine drawLine;
     form.addModule(drawLine, 0, 1);
     form.addModule(drawLine, 1, 0);
     form.cmVorelModule().load(2); // loaded but not yet added: arrays stay at 1
-    drawLine.Add(qint16(index), form);
+    drawLine.Add(index, form);
 
     QCOMPARE(g_messages.size(), 1);
     QCOMPARE(g_messages.first().text, "Invalid index value");
@@ -188,7 +163,7 @@ void tst_clsDrawLine::addAboveUpperBoundRefused()
     // The arrays were resized to the control array's bound, and no flag set.
     QCOMPARE(drawLine.UpperBound(), 2);
     QVERIFY(!drawLine.ModuleExist(2));
-    QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.ModuleExist(qint16(index)));
+    QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.ModuleExist(index));
 }
 
 void tst_clsDrawLine::outsideMatrixIsSubscriptError_data()
