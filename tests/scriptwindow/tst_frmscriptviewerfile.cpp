@@ -162,8 +162,8 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<QString>("to");
     QTest::addColumn<bool>("arrow");
-    auto row = [](const char *name, const char *from, const char *to, bool arrow) {
-        QTest::newRow(name) << QString(from) << QString(to) << arrow;
+    auto row = [](const char *name, auto... v) {
+        (QTest::newRow(name) << ... << v);
     };
     row("query-on-no-record-gets-no-arrow", "Lookup", "Voicemail", false);
     row("query-on-success-gets-arrow", "Lookup", "Mail", true);
@@ -231,15 +231,8 @@ void tst_frmScriptViewerFile::saveNameAndCaption_data()
     QTest::addColumn<QString>("proposed");
     QTest::addColumn<QString>("fileName");
     QTest::addColumn<QString>("caption");
-    auto row = [](const char *name,
-                  bool opened,
-                  bool saveAs,
-                  const char *typed,
-                  const char *proposed,
-                  const char *fileName,
-                  const char *caption) {
-        QTest::newRow(name) << opened << saveAs << QString(typed) << QString(proposed)
-                            << QString(fileName) << QString(caption);
+    auto row = [](const char *name, auto... v) {
+        (QTest::newRow(name) << ... << v);
     };
     const char *plain = "IVR Script 1.ivr";
     row("new-script-proposes-caption-and-suffix", false, false, "x", plain, "x.ivr", "x");
@@ -334,15 +327,15 @@ void tst_frmScriptViewerFile::run_data()
     QTest::addColumn<QString>("saveTo");
     QTest::addColumn<bool>("asked");
     QTest::addColumn<bool>("started");
-    QTest::newRow("opened-unchanged-starts-without-question")
-            << true << true << 0 << "" << false << true;
-    QTest::newRow("new-script-answered-no-starts-nothing")
-            << false << true << int(QMessageBox::No) << "" << true << false;
-    QTest::newRow("new-script-saved-then-started")
-            << false << true << int(QMessageBox::Yes) << "run.ivr" << true << true;
-    QTest::newRow("failed-save-starts-nothing")
-            << false << true << int(QMessageBox::Yes) << "missing/run.ivr" << true << false;
-    QTest::newRow("missing-runner-silent") << true << false << 0 << "" << false << false;
+    auto row = [](const char *name, auto... v) {
+        (QTest::newRow(name) << ... << v);
+    };
+    const int no = QMessageBox::No, yes = QMessageBox::Yes;
+    row("opened-unchanged-starts-without-question", true, true, 0, "", false, true);
+    row("new-script-answered-no-starts-nothing", false, true, no, "", true, false);
+    row("new-script-saved-then-started", false, true, yes, "run.ivr", true, true);
+    row("failed-save-starts-nothing", false, true, yes, "missing/run.ivr", true, false);
+    row("missing-runner-silent", true, false, 0, "", false, false);
 }
 
 void tst_frmScriptViewerFile::run()
