@@ -34,16 +34,14 @@ void tst_MainSettings::storedTextIsRead_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<float>("width");
     QTest::addColumn<bool>("toolBar");
-    QTest::newRow("decimal-with-fraction") << "MainWidth"
-                                           << "7012.5" << 7012.5f << true;
-    QTest::newRow("negative-position-kept-unclamped") << "MainWidth"
-                                                      << "-300" << -300.0f << true;
-    QTest::newRow("lower-case-false-still-false") << "ShowToolBar"
-                                                  << "false" << 6500.0f << false;
-    QTest::newRow("number-zero-is-false") << "ShowToolBar"
-                                          << "0" << 6500.0f << false;
-    QTest::newRow("number-minus-one-is-true") << "ShowToolBar"
-                                              << "-1" << 6500.0f << true;
+    auto row = [](const char *name, auto... v) {
+        (QTest::newRow(name) << ... << v);
+    };
+    row("decimal-with-fraction", "MainWidth", "7012.5", 7012.5f, true);
+    row("negative-position-kept-unclamped", "MainWidth", "-300", -300.0f, true);
+    row("lower-case-false-still-false", "ShowToolBar", "false", 6500.0f, false);
+    row("number-zero-is-false", "ShowToolBar", "0", 6500.0f, false);
+    row("number-minus-one-is-true", "ShowToolBar", "-1", 6500.0f, true);
 }
 
 void tst_MainSettings::storedTextIsRead()
