@@ -10,7 +10,12 @@ cleanup() {
     rm -rf "$work"
 }
 trap cleanup EXIT
-fail() { echo "FAIL: $*"; exit 1; }
+fail() {
+    echo "FAIL: $*"
+    # What the designer said, if anything, helps to tell a hang from a crash.
+    [ -s "$work/designer.log" ] && sed 's/^/designer: /' "$work/designer.log"
+    exit 1
+}
 
 make_program() {
     "$@" || fail "no program folder"
