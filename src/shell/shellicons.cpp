@@ -25,11 +25,7 @@ QPen inkPen(qreal width = 2.0)
 void page(QPainter &p)
 {
     QPainterPath sheet;
-    sheet.moveTo(9, 4);
-    sheet.lineTo(25, 4);
-    sheet.lineTo(32, 11);
-    sheet.lineTo(32, 36);
-    sheet.lineTo(9, 36);
+    sheet.addPolygon(QPolygonF({{9, 4}, {25, 4}, {32, 11}, {32, 36}, {9, 36}}));
     sheet.closeSubpath();
     p.setPen(inkPen());
     p.setBrush(Qt::white);
@@ -51,12 +47,7 @@ void drawOpen(QPainter &p)
     p.setPen(inkPen());
     p.setBrush(QColor(0xf1, 0xc4, 0x0f));
     QPainterPath back;
-    back.moveTo(4, 10);
-    back.lineTo(14, 10);
-    back.lineTo(17, 14);
-    back.lineTo(33, 14);
-    back.lineTo(33, 33);
-    back.lineTo(4, 33);
+    back.addPolygon(QPolygonF({{4, 10}, {14, 10}, {17, 14}, {33, 14}, {33, 33}, {4, 33}}));
     back.closeSubpath();
     p.drawPath(back);
     p.setBrush(QColor(0xf7, 0xdc, 0x6f));

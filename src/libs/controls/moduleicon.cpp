@@ -76,12 +76,7 @@ void drawSign(QPainter &p, int type)
         break;
     case 3: {
         QPainterPath speaker;
-        speaker.moveTo(20, 14);
-        speaker.lineTo(25, 14);
-        speaker.lineTo(32, 8);
-        speaker.lineTo(32, 27);
-        speaker.lineTo(25, 21);
-        speaker.lineTo(20, 21);
+        speaker.addPolygon(QPolygonF({{20, 14}, {25, 14}, {32, 8}, {32, 27}, {25, 21}, {20, 21}}));
         speaker.closeSubpath();
         p.fillPath(speaker, Qt::white);
         p.drawArc(QRectF(30, 11, 10, 13), -50 * 16, 100 * 16);
@@ -141,11 +136,7 @@ void drawSign(QPainter &p, int type)
     case 12: {
         // A page with a folded corner and an arrow leaving it.
         QPainterPath page;
-        page.moveTo(19, 5);
-        page.lineTo(31, 5);
-        page.lineTo(37, 11);
-        page.lineTo(37, 30);
-        page.lineTo(19, 30);
+        page.addPolygon(QPolygonF({{19, 5}, {31, 5}, {37, 11}, {37, 30}, {19, 30}}));
         page.closeSubpath();
         p.drawPath(page);
         p.drawLine(QPointF(31, 5), QPointF(31, 11));
@@ -203,13 +194,8 @@ QPixmap ModuleIcon::selectTool(QSize size, bool hover)
     return render(size, QColor(0xec, 0xf0, 0xf1), hover, [](QPainter &p) {
         // The mouse pointer, dark on a light tile.
         QPainterPath arrow;
-        arrow.moveTo(30, 5);
-        arrow.lineTo(30, 27);
-        arrow.lineTo(35, 22);
-        arrow.lineTo(39, 30);
-        arrow.lineTo(42, 28.5);
-        arrow.lineTo(38, 21);
-        arrow.lineTo(45, 21);
+        arrow.addPolygon(
+                QPolygonF({{30, 5}, {30, 27}, {35, 22}, {39, 30}, {42, 28.5}, {38, 21}, {45, 21}}));
         arrow.closeSubpath();
         p.setPen(QPen(Qt::white, 1));
         p.setBrush(QColor(0x2c, 0x3e, 0x50));
