@@ -2,11 +2,11 @@
 
 #include "appfolder.h"
 #include "calllog.h"
-#include "detachedspawn.h"
 #include "frmappmain.h"
 #include "frmivr.h"
 #include "frmsplash.h"
 #include "helpwindow.h"
+#include "hiddenprocess.h"
 #include "ivrerror.h"
 #include "scriptutility.h"
 #include "startupwarmup.h"
@@ -38,9 +38,9 @@ void Startup::ShowEnquiryFormIfWanted()
 
 int Startup::Main(const QStringList &arguments)
 {
-    DetachedSpawn::start(AppFolder::file(QStringLiteral("regSvr.sh")), AppFolder::path());
+    HiddenProcess::start(AppFolder::file(QStringLiteral("regSvr.sh")), {}, AppFolder::path());
     // However the start ends, the script has been started by then.
-    const auto registrationStarted = qScopeGuard([] { DetachedSpawn::waitForStarts(); });
+    const auto registrationStarted = qScopeGuard([] { HiddenProcess::waitForStarts(); });
     HelpWindow::setHelpFile(AppFolder::file(QStringLiteral("BdwIVRS.qch")));
 
     auto splash = std::make_unique<frmSplash>();
