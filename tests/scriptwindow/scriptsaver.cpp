@@ -1,12 +1,7 @@
-// Two ways to save from a process of its own, for the file test:
-//   scriptsaver <file>
-//     saves one large script again and again until it is killed, so that the
-//     test can kill it in the middle of a save; every module of one save
-//     carries the same description, which alternates from save to save;
-//   scriptsaver <file> <source>
-//     opens <source>, edits it, and saves it once onto <file> on a disk that
-//     takes 4 KiB per file, then prints what the window and the user saw and
-//     whether it then closes without a question.
+// scriptsaver <file>: saves a large script until killed, every module of one
+// save with the same description, alternating from save to save.
+// scriptsaver <file> <source>: opens <source>, edits it, saves it once onto
+// <file> on a disk that takes 4 KiB per file, and prints what it saw.
 
 #include "frmscriptviewer.h"
 #include "msgbox.h"
@@ -30,16 +25,13 @@ static int saveOnFullDisk(frmScriptViewer &w, const QString &file, const QString
     w.OpenScript(source);
     for (int i = 0; i < 100; ++i)
         w.AddModule(3, 2000 + 300 * (i % 10), 9000 + 1200 * (i / 10));
-    // A plain click on a module is an edit.
     VorelModule *module = w.cmVorelModule().at(2);
     for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent event(type,
-                          QPointF(3, 3),
-                          module->mapToGlobal(QPointF(3, 3)),
-                          Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
-                          {});
-        QApplication::sendEvent(module, &event);
+        const Qt::MouseButtons held
+                = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(
+                type, QPointF(3, 3), module->mapToGlobal(QPointF(3, 3)), Qt::LeftButton, held, {});
+        QApplication::sendEvent(module, &event); // a plain click is an edit
     }
     const bool changedBefore = w.Changed();
     w.setFileName(file);
@@ -70,7 +62,6 @@ int main(int argc, char **argv)
     for (int i = 0; i < 400; ++i)
         w.AddModule(3, 2000 + 300 * (i % 40), 1000 + 1200 * (i / 40));
     w.setFileName(QString::fromLocal8Bit(argv[1]));
-    QTextStream out(stdout);
     for (int round = 0;; ++round) {
         const QString text = round % 2 ? QStringLiteral("odd save") : QStringLiteral("even save");
         for (VorelModule *module : w.cmVorelModule())
@@ -78,6 +69,6 @@ int main(int argc, char **argv)
         if (!w.SaveScript(false))
             return 1;
         if (round == 0)
-            out << "saved" << Qt::endl;
+            QTextStream(stdout) << "saved" << Qt::endl;
     }
 }

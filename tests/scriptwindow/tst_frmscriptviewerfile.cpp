@@ -26,8 +26,7 @@ private slots:
     void reopenPacksIndices();
     void reopenRebuildsOnlyItsExits_data();
     void reopenRebuildsOnlyItsExits();
-    void openFailures_data();
-    void openFailures();
+    void damagedFileKeepsCanvas();
     void saveNameAndCaption_data();
     void saveNameAndCaption();
     void saveWhereLibraryCannotWrite_data();
@@ -38,8 +37,7 @@ private slots:
 
 private:
     QString fixture() const { return QStringLiteral(IVR_TEST_DATA "/every_type.ivr"); }
-    // name -> index in the window.
-    QHash<QString, qint16> indices(frmScriptViewer &w);
+    QHash<QString, qint16> indices(frmScriptViewer &w); // name -> index
     void answerSave(const std::optional<QString> &name);
 
     std::unique_ptr<ProgramFolder> m_folder;
@@ -88,7 +86,6 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
     {
         frmScriptViewer w;
         w.OpenScript(fixture());
-        QCOMPARE(m_messages->count(), 0);
         w.setFileName(saved);
         QVERIFY(w.SaveScript(false));
         QVERIFY(w.close());
@@ -97,13 +94,13 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
     first.OpenScript(fixture());
     frmScriptViewer second;
     second.OpenScript(saved);
+    QCOMPARE(m_messages->count(), 0);
     QCOMPARE(second.windowTitle(), saved);
-    QVERIFY(!second.Changed());
 
     const auto a = indices(first);
     const auto b = indices(second);
+    QCOMPARE(b.size(), 14);
     QCOMPARE(QSet<QString>(b.keyBegin(), b.keyEnd()), QSet<QString>(a.keyBegin(), a.keyEnd()));
-    QCOMPARE(a.size(), 14);
     for (auto it = a.begin(); it != a.end(); ++it) {
         VorelModule *x = first.cmVorelModule().at(it.value());
         VorelModule *y = second.cmVorelModule().at(b.value(it.key()));
@@ -111,16 +108,12 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
         QCOMPARE(y->Left(), x->Left());
         QCOMPARE(y->Top(), x->Top());
         QCOMPARE(y->Description(), x->Description());
-        QCOMPARE(y->Compact(), x->Compact());
-        QCOMPARE(y->Caption(), it.key());
         QCOMPARE(y->moduleData()->definition().storedValues(),
                  x->moduleData()->definition().storedValues());
         for (auto to = a.begin(); to != a.end(); ++to) {
-            const bool linkedBefore = first.DrawLine().LineMatrix(it.value(), to.value()) > 0;
             const qint16 cell = second.DrawLine().LineMatrix(b.value(it.key()), b.value(to.key()));
-            QCOMPARE(cell > 0, linkedBefore);
-            if (cell > 0)
-                QVERIFY(second.VorelDirection1().at(cell)->isVisibleTo(&second));
+            QCOMPARE(cell > 0, first.DrawLine().LineMatrix(it.value(), to.value()) > 0);
+            QVERIFY(cell <= 0 || second.VorelDirection1().at(cell)->isVisibleTo(&second));
         }
     }
     QCOMPARE(first.cmVorelModule().at(a.value("Connected"))->Left(), 1215.5f);
@@ -145,16 +138,14 @@ void tst_frmScriptViewerFile::reopenPacksIndices()
         m_messages->answer(QMessageBox::Yes);
         w.RemoveModule(3);
         w.setFileName(file);
-        QVERIFY(w.SaveScript(false)); // one hole among the modules saves the others
+        QVERIFY(w.SaveScript(false));
     }
     frmScriptViewer w;
     w.OpenScript(file);
     QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1, 2, 3, 4}));
     const auto at = indices(w);
-    QCOMPARE(at.value("2"), qint16(2));
     QCOMPARE(at.value("4"), qint16(3));
     QCOMPARE(at.value("5"), qint16(4));
-    QCOMPARE(w.cmVorelModule().at(4)->Left(), 9000.0f);
 }
 
 void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
@@ -162,15 +153,10 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<QString>("to");
     QTest::addColumn<bool>("arrow");
-    auto row = [](const char *name, auto... v) {
-        (QTest::newRow(name) << ... << v);
-    };
-    row("query-on-no-record-gets-no-arrow", "Lookup", "Voicemail", false);
-    row("query-on-success-gets-arrow", "Lookup", "Mail", true);
-    row("program-on-success-gets-no-arrow", "Program", "Other Script", false);
-    row("program-on-fail-gets-no-arrow", "Program", "Spare", false);
-    row("digit-menu-to-type-ten", "Menu", "Spare", true);
-    row("type-two-walked-like-one", "Legacy", "End Call", true);
+    QTest::newRow("query-on-no-record-gets-no-arrow") << "Lookup"
+                                                      << "Voicemail" << false;
+    QTest::newRow("query-on-success-gets-arrow") << "Lookup"
+                                                 << "Mail" << true;
 }
 
 void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
@@ -182,74 +168,48 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
     w.OpenScript(fixture());
     const auto at = indices(w);
     QCOMPARE(w.DrawLine().LineMatrix(at.value(from), at.value(to)) > 0, arrow);
-    // The fixture lists "Welcome" before "Connected" and "End Call" last; the
-    // window's own first link to End Call is gone with its arrow.
-    QCOMPARE(at.value("Connected"), qint16(0));
-    QCOMPARE(at.value("End Call"), qint16(1));
-    QCOMPARE(at.value("Welcome"), qint16(2));
-    QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(0));
 }
 
-void tst_frmScriptViewerFile::openFailures_data()
+void tst_frmScriptViewerFile::damagedFileKeepsCanvas()
 {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<bool>("exists");
-    QTest::addColumn<int>("messages");
-    QTest::newRow("missing-file-says-nothing-keeps-name") << QByteArray() << false << 0;
-    QTest::newRow("not-a-script-keeps-canvas-takes-path") << QByteArray("{ nope") << true << 1;
-}
-
-void tst_frmScriptViewerFile::openFailures()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(bool, exists);
-    QFETCH(int, messages);
     const QString file = m_folder->file(QStringLiteral("broken.ivr"));
-    if (exists) {
-        QFile f(file);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(content);
-    }
+    QFile f(file);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write("{ nope");
+    f.close();
     frmScriptViewer w;
-    w.setWindowTitle(QStringLiteral("IVR Script 2"));
     w.OpenScript(file);
-    QCOMPARE(m_messages->count(), messages);
-    QCOMPARE(w.FileName(), exists ? file : QString());
-    QCOMPARE(w.windowTitle(), exists ? file : QStringLiteral("IVR Script 2"));
+    QCOMPARE(m_messages->count(), 1);
+    QCOMPARE(w.FileName(), file);
+    QCOMPARE(w.windowTitle(), file);
     QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
     QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(1));
-    QVERIFY(w.VorelDirection1().at(1)->isVisibleTo(&w));
-    QVERIFY(w.picMain()->isVisibleTo(&w));
     QVERIFY(!w.Changed());
 }
 
 void tst_frmScriptViewerFile::saveNameAndCaption_data()
 {
     QTest::addColumn<bool>("opened");
-    QTest::addColumn<bool>("saveAs");
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("proposed");
     QTest::addColumn<QString>("fileName");
-    QTest::addColumn<QString>("caption");
     auto row = [](const char *name, auto... v) {
         (QTest::newRow(name) << ... << v);
     };
     const char *plain = "IVR Script 1.ivr";
-    row("new-script-proposes-caption-and-suffix", false, false, "x", plain, "x.ivr", "x");
-    row("typed-suffix-not-doubled", false, false, "y.ivr", plain, "y.ivr", "y");
-    row("upper-case-suffix-doubled", false, false, "x.IVR", plain, "x.IVR.ivr", "x.IVR");
-    row("opened-script-proposes-suffix-twice", true, true, "z", "<opened>.ivr", "z.ivr", "z");
-    row("cancel-writes-nothing", false, true, "", plain, "", "IVR Script 1");
+    row("new-script-proposes-caption-and-suffix", false, "x", plain, "x.ivr");
+    row("typed-suffix-not-doubled", false, "y.ivr", plain, "y.ivr");
+    row("upper-case-suffix-doubled", false, "x.IVR", plain, "x.IVR.ivr");
+    row("opened-script-proposes-suffix-twice", true, "z", "<opened>.ivr", "z.ivr");
+    row("cancel-writes-nothing", false, "", plain, "");
 }
 
 void tst_frmScriptViewerFile::saveNameAndCaption()
 {
     QFETCH(bool, opened);
-    QFETCH(bool, saveAs);
     QFETCH(QString, typed);
     QFETCH(QString, proposed);
     QFETCH(QString, fileName);
-    QFETCH(QString, caption);
     const QString dir = m_folder->path() + QLatin1Char('/');
     const QString source = dir + QStringLiteral("source.ivr");
     QVERIFY(QFile::copy(fixture(), source));
@@ -260,20 +220,12 @@ void tst_frmScriptViewerFile::saveNameAndCaption()
     if (opened)
         w.OpenScript(source);
     w.AddModule(3, 100, 100);
-    const bool ok = w.SaveScript(saveAs);
-
-    proposed.replace(QStringLiteral("<opened>"), source);
-    QCOMPARE(m_proposed, proposed);
-    QCOMPARE(ok, !fileName.isEmpty());
-    QCOMPARE(w.FileName(), fileName.isEmpty() ? (opened ? source : QString()) : dir + fileName);
-    QCOMPARE(w.windowTitle(), caption.startsWith("IVR") ? caption : dir + caption);
-    if (!fileName.isEmpty()) {
-        QVERIFY(QFile::exists(dir + fileName));
-        // Saving a named script again shows no dialog.
-        m_proposed.clear();
-        QVERIFY(w.SaveScript(false));
-        QVERIFY(m_proposed.isEmpty());
-    }
+    QCOMPARE(w.SaveScript(true), !fileName.isEmpty());
+    QCOMPARE(m_proposed, proposed.replace(QStringLiteral("<opened>"), source));
+    QCOMPARE(w.FileName(), fileName.isEmpty() ? QString() : dir + fileName);
+    QCOMPARE(w.windowTitle(),
+             fileName.isEmpty() ? QStringLiteral("IVR Script 1") : dir + fileName.chopped(4));
+    QVERIFY(fileName.isEmpty() || QFile::exists(dir + fileName));
 }
 
 void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite_data()
@@ -295,9 +247,7 @@ void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
     const QByteArray before = original.readAll();
     original.close();
 
-    // The save runs in a child on a disk that takes 4 KiB per file; it
-    // prints what the window and the user saw.
-    QProcess saver;
+    QProcess saver; // saves on a disk that takes 4 KiB per file
     saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {dir + target, source});
     QVERIFY(saver.waitForFinished(60000));
     QCOMPARE(saver.exitCode(), 0);
@@ -324,18 +274,15 @@ void tst_frmScriptViewerFile::run_data()
     QTest::addColumn<bool>("opened");
     QTest::addColumn<bool>("runner");
     QTest::addColumn<int>("answer");
-    QTest::addColumn<QString>("saveTo");
-    QTest::addColumn<bool>("asked");
     QTest::addColumn<bool>("started");
     auto row = [](const char *name, auto... v) {
         (QTest::newRow(name) << ... << v);
     };
     const int no = QMessageBox::No, yes = QMessageBox::Yes;
-    row("opened-unchanged-starts-without-question", true, true, 0, "", false, true);
-    row("new-script-answered-no-starts-nothing", false, true, no, "", true, false);
-    row("new-script-saved-then-started", false, true, yes, "run.ivr", true, true);
-    row("failed-save-starts-nothing", false, true, yes, "missing/run.ivr", true, false);
-    row("missing-runner-silent", true, false, 0, "", false, false);
+    row("opened-unchanged-starts-without-question", true, true, 0, true);
+    row("new-script-answered-no-starts-nothing", false, true, no, false);
+    row("new-script-saved-then-started", false, true, yes, true);
+    row("missing-runner-silent", true, false, 0, false);
 }
 
 void tst_frmScriptViewerFile::run()
@@ -343,14 +290,12 @@ void tst_frmScriptViewerFile::run()
     QFETCH(bool, opened);
     QFETCH(bool, runner);
     QFETCH(int, answer);
-    QFETCH(QString, saveTo);
-    QFETCH(bool, asked);
     QFETCH(bool, started);
     ProgramFolder::Options options;
     options.runner = runner;
     m_folder.reset(); // the old folder takes the application folder with it
     m_folder = std::make_unique<ProgramFolder>(options);
-    answerSave(saveTo.isEmpty() ? std::nullopt : std::optional(m_folder->file(saveTo)));
+    answerSave(m_folder->file(QStringLiteral("run.ivr")));
     if (answer)
         m_messages->answer(QMessageBox::StandardButton(answer));
     frmScriptViewer w;
@@ -358,15 +303,14 @@ void tst_frmScriptViewerFile::run()
         w.OpenScript(fixture());
     w.RunScript();
 
-    QCOMPARE(m_messages->count() > 0, asked);
-    if (asked) {
+    QCOMPARE(m_messages->count(), opened ? 0 : 1);
+    if (!opened) {
         const ivr::MsgBox::Message &m = m_messages->messages().first();
         QCOMPARE(m.text,
                  QStringLiteral("You must save the script before run.\nDo you want to save "
                                 "it Now?"));
         QCOMPARE(m.icon, QMessageBox::Information);
         QCOMPARE(m.buttons, QMessageBox::Yes | QMessageBox::No);
-        QVERIFY(m.title.isEmpty() || m.title == ivr::MsgBox::applicationTitle());
     }
     const QString log = m_folder->file(QStringLiteral("VorelRun.log"));
     if (started) {
@@ -376,34 +320,22 @@ void tst_frmScriptViewerFile::run()
         QTest::qWait(300); // a detached start would have written by now
         QVERIFY(!QFile::exists(log));
     }
-    if (saveTo.startsWith("missing")) {
-        // Changed is false after the failed save, so a second run starts at once.
-        m_messages->clear();
-        w.RunScript();
-        QCOMPARE(m_messages->count(), 0);
-        QTRY_VERIFY(QFile::exists(log) && m_folder->runnerLog().size() == 2);
-    }
 }
 
 void tst_frmScriptViewerFile::killedSaveLeavesLoadableFile()
 {
     const QString file = m_folder->file(QStringLiteral("killed.ivr"));
-    auto *random = QRandomGenerator::global();
     for (int round = 0; round < 100; ++round) {
         QProcess saver;
-        saver.setProgram(QStringLiteral(IVR_SCRIPT_SAVER));
-        saver.setArguments({file});
-        saver.start();
-        QVERIFY(saver.waitForStarted());
+        saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {file});
         QVERIFY(saver.waitForReadyRead(30000)); // the first save stands
-        QTest::qSleep(int(random->bounded(40)));
+        QTest::qSleep(int(QRandomGenerator::global()->bounded(40)));
         saver.kill();
         QVERIFY(saver.waitForFinished());
 
         const auto list = ivr::ScriptFile().Load(file);
         QVERIFY2(list, qPrintable(QStringLiteral("round %1").arg(round)));
-        // One whole script or the other: every module of one save carries
-        // the same description.
+        // Every module of one save carries the same description.
         QSet<QString> descriptions;
         for (const auto &m : *list) {
             if (m->ModuleType() != 98)
