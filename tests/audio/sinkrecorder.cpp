@@ -1,48 +1,35 @@
 #include "sinkrecorder.h"
 
-#include <QElapsedTimer>
-#include <QThread>
+#include <QDeadlineTimer>
 #include <QtMath>
 
-namespace {
-constexpr int Rate = 8000;
-constexpr int WindowBytes = Rate * 2 * SinkRecorder::WindowMs / 1000;
-const double Threshold = qPow(10.0, -50.0 / 20.0) * 32768.0;
-} // namespace
+static const QString PhoneFormat = QStringLiteral("-r 8000 -c 1 -e signed-integer -b 16");
 
 SinkRecorder::~SinkRecorder()
 {
-    if (m_parec.state() != QProcess::NotRunning) {
-        m_parec.kill();
-        m_parec.waitForFinished(2000);
-    }
+    m_parec.kill();
+    m_parec.waitForFinished(2000);
 }
 
 bool SinkRecorder::start()
 {
     m_data.clear();
-    m_parec.setProcessChannelMode(QProcess::SeparateChannels);
-    m_parec.start(QStringLiteral("parec"),
-                  QStringLiteral("--raw --format=s16le --rate=8000 --channels=1 --latency-msec=10")
+    m_parec.start("parec",
+                  QStringLiteral("--raw --format=s16le --rate=8000 --channels=1 "
+                                 "--latency-msec=10")
                           .split(' '));
-    if (!m_parec.waitForStarted(5000))
-        return false;
-    // The monitor sends silence from the moment the stream is connected, so
-    // the first bytes say that the recording has really begun.
-    QElapsedTimer timer;
-    timer.start();
-    while (m_parec.bytesAvailable() == 0 && timer.elapsed() < 5000) {
+    // The monitor sends silence once connected: the first bytes mean recording has begun.
+    for (QDeadlineTimer t(5000); m_data.isEmpty() && !t.hasExpired();) {
         if (!m_parec.waitForReadyRead(100) && m_parec.state() == QProcess::NotRunning)
             return false;
+        m_data += m_parec.readAllStandardOutput();
     }
-    m_data += m_parec.readAllStandardOutput();
     return !m_data.isEmpty();
 }
 
 QByteArray SinkRecorder::takeAvailable()
 {
-    m_data += m_parec.readAllStandardOutput();
-    return m_data;
+    return m_data += m_parec.readAllStandardOutput();
 }
 
 QByteArray SinkRecorder::stop()
@@ -58,17 +45,15 @@ QByteArray SinkRecorder::stop()
 bool SinkRecorder::isSounding(const char *pcm, qsizetype bytes)
 {
     const auto *samples = reinterpret_cast<const qint16 *>(pcm);
-    const qsizetype count = bytes / 2;
-    if (count == 0)
-        return false;
     double sum = 0;
-    for (qsizetype i = 0; i < count; ++i)
+    for (qsizetype i = 0; i < bytes / 2; ++i)
         sum += double(samples[i]) * samples[i];
-    return qSqrt(sum / double(count)) > Threshold;
+    return bytes >= 2 && qSqrt(sum / double(bytes / 2)) > qPow(10.0, -50.0 / 20.0) * 32768.0;
 }
 
 QList<bool> SinkRecorder::soundingWindows(const QByteArray &pcm)
 {
+    constexpr int WindowBytes = 8000 * 2 * WindowMs / 1000;
     QList<bool> windows;
     for (qsizetype at = 0; at + WindowBytes <= pcm.size(); at += WindowBytes)
         windows << isSounding(pcm.constData() + at, WindowBytes);
@@ -82,29 +67,22 @@ double SinkRecorder::soundingSeconds(const QByteArray &pcm)
 
 double SinkRecorder::longestInnerGapSeconds(const QByteArray &pcm)
 {
-    const QList<bool> windows = soundingWindows(pcm);
+    const QList<bool> w = soundingWindows(pcm);
     int longest = 0, run = 0;
-    for (qsizetype i = windows.indexOf(true); i >= 0 && i <= windows.lastIndexOf(true); ++i) {
-        run = windows[i] ? 0 : run + 1;
-        longest = qMax(longest, run);
-    }
+    for (qsizetype i = w.indexOf(true); i >= 0 && i <= w.lastIndexOf(true); ++i)
+        longest = qMax(longest, run = w[i] ? 0 : run + 1);
     return double(longest) * WindowMs / 1000.0;
 }
 
 bool SinkRecorder::soxConvert(const QString &in, const QStringList &outOptions, const QString &out)
 {
-    QProcess sox;
-    sox.start(QStringLiteral("sox"), QStringList{in} + outOptions + QStringList{out});
-    return sox.waitForFinished(30000) && sox.exitStatus() == QProcess::NormalExit
-           && sox.exitCode() == 0;
+    return QProcess::execute("sox", QStringList{in} + outOptions + QStringList{out}) == 0;
 }
 
 QByteArray SinkRecorder::soxPhonePcm(const QString &path)
 {
     QProcess sox;
-    sox.start(QStringLiteral("sox"),
-              QStringList{path}
-                      + QStringLiteral("-t raw -r 8000 -c 1 -e signed-integer -b 16 -").split(' '));
+    sox.start("sox", QStringList{path, "-t", "raw"} + PhoneFormat.split(' ') + QStringList{"-"});
     sox.waitForFinished(30000);
     return sox.readAllStandardOutput();
 }

@@ -4,19 +4,16 @@
 #include <QProcess>
 #include <QString>
 
-// Records what the test daemon's null sink plays (its monitor, through
-// parec) as 16-bit mono at 8 kHz, and measures it the way a listener
-// would: in 100 ms windows, a window sounding when its RMS is above -50 dBFS.
+// Records the test daemon's null sink monitor (parec) as 16-bit mono at
+// 8 kHz and measures it in 100 ms windows, sounding above -50 dBFS RMS.
 class SinkRecorder
 {
 public:
     ~SinkRecorder();
 
-    // False when parec cannot record (no daemon).
-    bool start();
+    bool start(); // false when parec cannot record
     QByteArray stop();
-    // What has come in so far, without stopping.
-    QByteArray takeAvailable();
+    QByteArray takeAvailable(); // what has come in so far
 
     static constexpr int WindowMs = 100;
     static QList<bool> soundingWindows(const QByteArray &pcm);
@@ -25,9 +22,7 @@ public:
     static double longestInnerGapSeconds(const QByteArray &pcm);
     static bool isSounding(const char *pcm, qsizetype bytes);
 
-    // A sound file brought to the recorder's format by sox, for reference.
-    static QByteArray soxPhonePcm(const QString &path);
-    // sox <in> <options...> <out>; true when sox made the file.
+    static QByteArray soxPhonePcm(const QString &path); // a file in the recorder's format
     static bool soxConvert(const QString &in, const QStringList &outOptions, const QString &out);
 
 private:

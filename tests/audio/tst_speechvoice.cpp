@@ -3,37 +3,23 @@
 #include "sinkrecorder.h"
 #include "speechvoice.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
 using ivr::SpeechVoice;
 
-namespace {
-const QString Prompts = QStringLiteral("/usr/share/asterisk/sounds/en_US_f_Allison/");
-const QString ShortText = QStringLiteral("Press one for billing.");
-const QString LongText = QStringLiteral(
-        "Thank you for calling. All of our agents are busy at the moment. Please stay on the "
-        "line and your call will be answered by the next available agent.");
-
-double referenceSeconds(const QString &path)
-{
-    return SinkRecorder::soundingSeconds(SinkRecorder::soxPhonePcm(path));
-}
-} // namespace
+static const QString Prompts = QStringLiteral("/usr/share/asterisk/sounds/en_US_f_Allison/");
+static const QString ShortText = QStringLiteral("Press one for billing.");
 
 // Heard within 0.3 s of what was expected.
-#define COMPARE_HEARD(pcm, expectedSeconds)                                                        \
-    do {                                                                                           \
-        const double sounded = SinkRecorder::soundingSeconds(pcm);                                 \
-        const double aim = (expectedSeconds);                                                      \
-        QVERIFY2(qAbs(sounded - aim) <= 0.3,                                                       \
-                 qPrintable(QStringLiteral("heard %1 s, expected %2 s").arg(sounded).arg(aim)));   \
-    } while (false)
+#define COMPARE_HEARD(pcm, expected)                                                               \
+    QVERIFY2(qAbs(SinkRecorder::soundingSeconds(pcm) - (expected)) <= 0.3,                         \
+             qPrintable(QStringLiteral("heard %1 s, expected %2 s")                                \
+                                .arg(SinkRecorder::soundingSeconds(pcm))                           \
+                                .arg(expected)))
 
-// The channel heard through a real sound server: the test daemon's null
-// sink, recorded from its monitor.
+// The channel heard through the test daemon's null sink.
 class tst_SpeechVoice : public QObject
 {
     Q_OBJECT
@@ -48,37 +34,35 @@ private slots:
 
 private:
     // Records while `act` runs and until the channel has played out.
-    QByteArray record(const std::function<void()> &act);
+    static QByteArray record(const std::function<void()> &act)
+    {
+        SinkRecorder recorder;
+        if (!recorder.start())
+            return {};
+        act();
+        if (!QTest::qWaitFor([] { return !SpeechVoice::instance().isPending(); }, 30000))
+            return {};
+        QTest::qWait(700); // what the device still holds
+        return recorder.stop();
+    }
 
     QTemporaryDir m_dir;
     double m_shortTextSeconds = 0;
 };
 
-QByteArray tst_SpeechVoice::record(const std::function<void()> &act)
-{
-    SinkRecorder recorder;
-    if (!recorder.start())
-        return {};
-    act();
-    if (!QTest::qWaitFor([] { return !SpeechVoice::instance().isPending(); }, 30000))
-        return {};
-    QTest::qWait(700); // what the device still holds plays out in well under this
-    return recorder.stop();
-}
-
 void tst_SpeechVoice::initTestCase()
 {
     QVERIFY2(qEnvironmentVariableIsSet("PULSE_SERVER"), "run through ctest: needs the test daemon");
-    QVERIFY(m_dir.isValid());
     m_shortTextSeconds
             = SinkRecorder::soundingSeconds(record([] { QVERIFY(ivr::SpeakText(ShortText)); }));
-    QVERIFY2(m_shortTextSeconds > 0.5, "speech did not sound at all (or parec cannot record)");
+    QVERIFY2(m_shortTextSeconds > 0.5, "speech did not sound (or parec cannot record)");
 }
 
 void tst_SpeechVoice::secondTextCutsFirst()
 {
     const QByteArray both = record([] {
-        QVERIFY(ivr::SpeakText(LongText));
+        QVERIFY(ivr::SpeakText("Thank you for calling. All of our agents are busy at the moment. "
+                               "Please stay on the line for the next available agent."));
         QTest::qWait(500);
         QVERIFY(ivr::SpeakText(ShortText));
     });
@@ -89,34 +73,32 @@ void tst_SpeechVoice::playsInTurn_data()
 {
     QTest::addColumn<bool>("speakFirst");
     QTest::addColumn<QStringList>("waves");
-    QTest::addColumn<QStringList>("soxOptions");
-    const QStringList two{"agent-pass.wav", "auth-thankyou.wav"};
-    QTest::newRow("second-wave-late-or-lost") << false << two << QStringList();
+    QTest::addColumn<QString>("soxOptions");
+    QTest::newRow("second-wave-late-or-lost")
+            << false << QStringList{"agent-pass.wav", "auth-thankyou.wav"} << QString();
     QTest::newRow("mu-law-not-decoded")
-            << false << QStringList{"vm-goodbye.wav"} << QStringList{"-e", "u-law", "-b", "8"};
+            << false << QStringList{"vm-goodbye.wav"} << "-e u-law -b 8";
     QTest::newRow("cd-rate-stereo-not-resampled")
-            << false << QStringList{"vm-goodbye.wav"}
-            << QStringList{"-r", "44100", "-c", "2", "-b", "16"};
+            << false << QStringList{"vm-goodbye.wav"} << "-r 44100 -c 2 -b 16";
     QTest::newRow("wave-queued-behind-speech-lost")
-            << true << QStringList{"agent-pass.wav"} << QStringList();
+            << true << QStringList{"agent-pass.wav"} << QString();
 }
 
 void tst_SpeechVoice::playsInTurn()
 {
     QFETCH(bool, speakFirst);
     QFETCH(QStringList, waves);
-    QFETCH(QStringList, soxOptions);
+    QFETCH(QString, soxOptions);
     double expected = speakFirst ? m_shortTextSeconds : 0;
     double ownGap = 0.1;
     QStringList played;
     for (const QString &wave : waves) {
-        const QString original = Prompts + wave;
-        expected += referenceSeconds(original);
-        ownGap = qMax(ownGap,
-                      SinkRecorder::longestInnerGapSeconds(SinkRecorder::soxPhonePcm(original)));
-        played << (soxOptions.isEmpty() ? original : m_dir.filePath(wave));
+        const QByteArray reference = SinkRecorder::soxPhonePcm(Prompts + wave);
+        expected += SinkRecorder::soundingSeconds(reference);
+        ownGap = qMax(ownGap, SinkRecorder::longestInnerGapSeconds(reference));
+        played << (soxOptions.isEmpty() ? Prompts + wave : m_dir.filePath(wave));
         if (!soxOptions.isEmpty())
-            QVERIFY(SinkRecorder::soxConvert(original, soxOptions, played.last()));
+            QVERIFY(SinkRecorder::soxConvert(Prompts + wave, soxOptions.split(' '), played.last()));
     }
     MessageRecorder messages;
     const QByteArray heard = record([&] {
@@ -136,19 +118,17 @@ void tst_SpeechVoice::messages_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("message");
-    const QString folder = m_dir.filePath(QStringLiteral("prompts"));
+    const QString folder = m_dir.filePath("prompts");
     QDir().mkpath(folder);
-    const QString text = m_dir.filePath(QStringLiteral("notes.wav"));
+    const QString text = m_dir.filePath("notes.wav");
     QFile file(text);
     if (file.open(QIODevice::WriteOnly))
-        file.write("These are notes about the billing prompts, not a recording.\n");
-    file.close();
-    const QString notFound = QStringLiteral("File Not Found ");
-    QTest::newRow("missing-file") << m_dir.filePath(QStringLiteral("missing.wav")) << notFound;
-    QTest::newRow("folder-without-slash-is-no-file") << folder << notFound;
-    QTest::newRow("text-file-named-wav") << text << QStringLiteral("1 Format not recognised.");
-    QTest::newRow("folder-with-slash-passed-over") << folder + QLatin1Char('/') << QString();
-    QTest::newRow("no-voice") << QString() << QStringLiteral("No TTS Voice Found");
+        file.write("Notes about the billing prompts, not a recording.\n");
+    QTest::newRow("missing-file") << m_dir.filePath("missing.wav") << "File Not Found ";
+    QTest::newRow("folder-without-slash-is-no-file") << folder << "File Not Found ";
+    QTest::newRow("text-file-named-wav") << text << "1 Format not recognised.";
+    QTest::newRow("folder-with-slash-passed-over") << folder + '/' << QString();
+    QTest::newRow("no-voice") << QString() << "No TTS Voice Found";
 }
 
 void tst_SpeechVoice::messages()
@@ -164,11 +144,10 @@ void tst_SpeechVoice::messages()
         ivr::PlayWaveFile(path);
     }
     QVERIFY(!SpeechVoice::instance().isPending());
+    QCOMPARE(messages.lastText(), message);
     QCOMPARE(messages.count(), message.isEmpty() ? 0 : 1);
-    if (!message.isEmpty()) {
-        QCOMPARE(messages.lastText(), message);
+    if (!message.isEmpty())
         QCOMPARE(messages.messages().first().icon, QMessageBox::Critical);
-    }
 }
 
 QTEST_MAIN(tst_SpeechVoice)

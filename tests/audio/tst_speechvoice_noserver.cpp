@@ -4,8 +4,8 @@
 
 #include <QtTest>
 
-// A machine with no sound server: the default output is a null device. The
-// calls still return, say nothing and keep nothing queued.
+// No sound server: the default output is a null device. The calls still
+// return, say nothing and keep nothing queued.
 class tst_SpeechVoiceNoServer : public QObject
 {
     Q_OBJECT
@@ -15,9 +15,8 @@ private slots:
     {
         MessageRecorder messages;
         for (int press = 0; press < 3; ++press) {
-            QVERIFY(ivr::SpeakText(QStringLiteral("Press one for billing.")));
-            ivr::PlayWaveFile(
-                    QStringLiteral("/usr/share/asterisk/sounds/en_US_f_Allison/vm-goodbye.wav"));
+            QVERIFY(ivr::SpeakText("Press one for billing."));
+            ivr::PlayWaveFile("/usr/share/asterisk/sounds/en_US_f_Allison/vm-goodbye.wav");
         }
         QCOMPARE(messages.count(), 0);
         QVERIFY(!ivr::SpeechVoice::instance().isPending());
