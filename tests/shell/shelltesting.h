@@ -7,9 +7,8 @@
 #include <QCoreApplication>
 #include <QSettings>
 
-// Starting and ending the designer inside a test. QSettings keeps the first
-// configuration folder it sees for the whole process, so each start points
-// it at the program folder's own.
+// QSettings keeps the first configuration folder it sees for the whole
+// process, so each start points it at the program folder's own.
 namespace shelltesting {
 
 inline void useStoreOf(const ProgramFolder &folder)
@@ -27,7 +26,6 @@ inline frmAppMain *start(const ProgramFolder &folder, const QStringList &argumen
     return frmAppMain::existing();
 }
 
-// Closes the frame as the user would; true when it went.
 inline bool closeFrame()
 {
     frmAppMain *frame = frmAppMain::existing();
@@ -38,7 +36,6 @@ inline bool closeFrame()
     return frmAppMain::existing() == nullptr;
 }
 
-// Ends a frame a test left behind, without its close questions.
 inline void discardFrame()
 {
     delete frmAppMain::existing();
