@@ -1,5 +1,5 @@
-// Makes a program folder for a whole-program check and copies the designer
-// into it: make_program_folder <folder> [--enquiry|--empty-flags|--no-database] [--real-regsvr]
+// make_program_folder <folder> [--enquiry|--empty-flags|--no-database] [--real-regsvr]:
+// a program folder for a whole-program check, with the designer copied in.
 #include "programfolder.h"
 
 #include <QCoreApplication>
@@ -11,20 +11,18 @@ int main(int argc, char **argv)
     const QStringList args = app.arguments().mid(1);
     if (args.isEmpty())
         return 2;
+    using Flags = ProgramFolder::Options::Flags;
     ProgramFolder::Options options;
-    if (args.contains(QStringLiteral("--enquiry")))
-        options.flags = ProgramFolder::Options::Flags::Shown;
-    if (args.contains(QStringLiteral("--empty-flags")))
-        options.flags = ProgramFolder::Options::Flags::EmptyTable;
-    if (args.contains(QStringLiteral("--no-database")))
-        options.flags = ProgramFolder::Options::Flags::NoDatabase;
-    options.realRegSvr = args.contains(QStringLiteral("--real-regsvr"));
+    options.flags = args.contains("--enquiry")       ? Flags::Shown
+                    : args.contains("--empty-flags") ? Flags::EmptyTable
+                    : args.contains("--no-database") ? Flags::NoDatabase
+                                                     : Flags::Hidden;
+    options.realRegSvr = args.contains("--real-regsvr");
     const QString folder = args.constFirst();
-    if (!ProgramFolder::make(folder, options))
-        return 1;
-    const QString designer = ProgramFolder::buildProgramDir() + QStringLiteral("/ivr-designer");
-    QFile::remove(folder + QStringLiteral("/ivr-designer"));
-    if (QFile::exists(designer) && !QFile::copy(designer, folder + QStringLiteral("/ivr-designer")))
-        return 1;
-    return 0;
+    const QString designer = ProgramFolder::buildProgramDir() + "/ivr-designer";
+    QFile::remove(folder + "/ivr-designer");
+    const bool ok
+            = ProgramFolder::make(folder, options)
+              && (!QFile::exists(designer) || QFile::copy(designer, folder + "/ivr-designer"));
+    return ok ? 0 : 1;
 }

@@ -5,9 +5,8 @@
 #include <QList>
 #include <QMessageBox>
 
-// Answers the program's message boxes in a test and keeps what they said.
-// Answers are taken in turn; when none is left, the box is answered with its
-// first button (Ok, Yes, ...).
+// Answers message boxes (given answers in turn, then the first of Ok, Yes, No,
+// Cancel the box has) and keeps what they said.
 class MessageRecorder
 {
 public:

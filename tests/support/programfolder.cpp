@@ -3,7 +3,6 @@
 #include "appfolder.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QUuid>
@@ -12,11 +11,8 @@ namespace {
 bool writeScript(const QString &path, const QByteArray &text)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
-    file.write(text);
-    file.close();
-    return file.setPermissions(QFileDevice::Permissions(0x7055)); // rwxr-xr-x
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(text) == text.size()
+           && file.setPermissions(QFileDevice::Permissions(0x7055)); // rwxr-xr-x
 }
 
 bool makeDatabase(const QString &path, ProgramFolder::Options::Flags flags)
@@ -27,28 +23,38 @@ bool makeDatabase(const QString &path, ProgramFolder::Options::Flags flags)
     const QString name = QUuid::createUuid().toString();
     bool ok = false;
     {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", name);
         db.setDatabaseName(path);
-        if (db.open()) {
-            QSqlQuery q(db);
-            ok = q.exec(QStringLiteral("CREATE TABLE flags (show_reg_form INTEGER)"));
-            if (ok && flags != Flags::EmptyTable)
-                ok = q.exec(QStringLiteral("INSERT INTO flags VALUES (%1)")
-                                    .arg(flags == Flags::Hidden ? 1 : 0));
-            db.close();
-        }
+        ok = db.open();
+        QSqlQuery q(db);
+        ok = ok && q.exec("CREATE TABLE flags (show_reg_form INTEGER)")
+             && (flags == Flags::EmptyTable
+                 || q.exec(QStringLiteral("INSERT INTO flags VALUES (%1)")
+                                   .arg(flags == Flags::Hidden ? 1 : 0)));
     }
     QSqlDatabase::removeDatabase(name);
     return ok;
 }
 
-bool copyIfThere(const QString &from, const QString &to)
+bool copyIfThere(const QString &relative, const QDir &to)
 {
+    const QString from = ProgramFolder::buildProgramDir() + '/' + relative;
     if (!QFile::exists(from))
         return true;
-    QDir().mkpath(QFileInfo(to).absolutePath());
-    QFile::remove(to);
-    return QFile::copy(from, to);
+    to.mkpath(QFileInfo(relative).path());
+    QFile::remove(to.filePath(relative));
+    return QFile::copy(from, to.filePath(relative));
+}
+
+QStringList readLines(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList lines = QString::fromLocal8Bit(file.readAll()).split('\n');
+    if (lines.constLast().isEmpty())
+        lines.removeLast();
+    return lines;
 }
 } // namespace
 
@@ -56,31 +62,22 @@ QString ProgramFolder::buildProgramDir()
 {
     return QStringLiteral(IVR_BUILD_PROGRAM_DIR);
 }
+
 bool ProgramFolder::make(const QString &folder, const Options &options)
 {
     QDir dir(folder);
-    if (!dir.mkpath(QStringLiteral(".")) || !dir.mkpath(QStringLiteral("home")))
-        return false;
-    const QString build = buildProgramDir();
-    bool ok = makeDatabase(dir.filePath(QStringLiteral("CallLog.db")), options.flags);
-    if (options.realRegSvr) {
-        ok = ok && copyIfThere(build + QStringLiteral("/regSvr.sh"), dir.filePath("regSvr.sh"));
-    } else {
-        ok = ok
-             && writeScript(dir.filePath(QStringLiteral("regSvr.sh")),
-                            "#!/bin/sh\necho \"$PWD\" >> \"$(dirname \"$0\")/regSvr.log\"\n");
-    }
-    if (options.runner) {
-        ok = ok
-             && writeScript(dir.filePath(QStringLiteral("VorelRun")),
-                            "#!/bin/sh\n{ echo \"$PWD\"; for a in \"$@\"; do echo \"$a\"; done; } "
-                            "> \"$(dirname \"$0\")/VorelRun.log\"\n");
-    }
-    ok = ok && copyIfThere(build + QStringLiteral("/BdwIVRS.qch"), dir.filePath("BdwIVRS.qch"));
-    ok = ok
-         && copyIfThere(build + QStringLiteral("/Greeting/beep.wav"),
-                        dir.filePath(QStringLiteral("Greeting/beep.wav")));
-    return ok;
+    return dir.mkpath("home") && makeDatabase(dir.filePath("CallLog.db"), options.flags)
+           && (options.realRegSvr
+                       ? copyIfThere("regSvr.sh", dir)
+                       : writeScript(
+                               dir.filePath("regSvr.sh"),
+                               "#!/bin/sh\necho \"$PWD\" >> \"$(dirname \"$0\")/regSvr.log\"\n"))
+           && (!options.runner
+               || writeScript(
+                       dir.filePath("VorelRun"),
+                       "#!/bin/sh\n{ echo \"$PWD\"; for a in \"$@\"; do echo \"$a\"; done; } "
+                       "> \"$(dirname \"$0\")/VorelRun.log\"\n"))
+           && copyIfThere("BdwIVRS.qch", dir) && copyIfThere("Greeting/beep.wav", dir);
 }
 
 ProgramFolder::ProgramFolder()
@@ -93,10 +90,13 @@ ProgramFolder::ProgramFolder(const Options &options)
         return;
     m_valid = make(m_dir.path(), options);
     ivr::AppFolder::setOverride(m_dir.path());
-    qputenv("HOME", home().toLocal8Bit());
-    qputenv("XDG_CONFIG_HOME", (home() + QStringLiteral("/.config")).toLocal8Bit());
-    qputenv("XDG_DATA_HOME", (home() + QStringLiteral("/.local/share")).toLocal8Bit());
-    qputenv("XDG_CACHE_HOME", (home() + QStringLiteral("/.cache")).toLocal8Bit());
+    const auto put = [this](const char *name, const char *under) {
+        qputenv(name, (home() + under).toLocal8Bit());
+    };
+    put("HOME", "");
+    put("XDG_CONFIG_HOME", "/.config");
+    put("XDG_DATA_HOME", "/.local/share");
+    put("XDG_CACHE_HOME", "/.cache");
 }
 
 ProgramFolder::~ProgramFolder()
@@ -104,23 +104,12 @@ ProgramFolder::~ProgramFolder()
     ivr::AppFolder::clearOverride();
 }
 
-static QStringList readLines(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QStringList lines = QString::fromLocal8Bit(file.readAll()).split(QLatin1Char('\n'));
-    if (!lines.isEmpty() && lines.constLast().isEmpty())
-        lines.removeLast();
-    return lines;
-}
-
 QStringList ProgramFolder::regSvrLog() const
 {
-    return readLines(file(QStringLiteral("regSvr.log")));
+    return readLines(file("regSvr.log"));
 }
 
 QStringList ProgramFolder::runnerLog() const
 {
-    return readLines(file(QStringLiteral("VorelRun.log")));
+    return readLines(file("VorelRun.log"));
 }

@@ -3,9 +3,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-// A program folder of a test's own: everything the designer finds beside
-// itself, in a temporary folder, with the application folder pointed at it and
-// HOME and the XDG folders moved into it, so that nothing touches the user's.
+// A test's own program folder in a temporary folder, with the application
+// folder pointed at it and HOME and the XDG folders moved into it.
 class ProgramFolder
 {
 public:
@@ -20,8 +19,7 @@ public:
 
     ProgramFolder();
     explicit ProgramFolder(const Options &options);
-    // Makes the folder at a given place (for whole-program checks); does not
-    // touch the application folder override or the environment.
+    // Makes the folder at a given place; leaves the override and environment alone.
     static bool make(const QString &folder, const Options &options);
     ~ProgramFolder();
 
@@ -30,8 +28,7 @@ public:
     QString file(const QString &relative) const { return m_dir.filePath(relative); }
     QString home() const { return m_dir.filePath(QStringLiteral("home")); }
 
-    // What the stand-ins wrote: one line per start of regSvr.sh (its working
-    // folder); for VorelRun its working folder and then each argument.
+    // regSvr.sh: its working folder per start; VorelRun: its folder, then each argument.
     QStringList regSvrLog() const;
     QStringList runnerLog() const;
 
