@@ -9,11 +9,13 @@ class VorelModule;
 namespace ivr {
 
 class clsDrawLine;
+class CommonDialog;
 
 // What a property dialog sees of the script window it serves: the modules
-// (for its exit lists and the name check), the link matrix it marks and the
-// script-level module. The window implements it; a dialog never includes
-// the window itself.
+// (for its exit lists and the name check), the link matrix it marks, the
+// script-level module and the file picker it browses with. The window
+// implements it; a dialog never includes the window itself, and it watches
+// the window's life through hostWidget().
 class ScriptHost
 {
 public:
@@ -21,6 +23,8 @@ public:
     virtual ControlArray<VorelModule> &cmVorelModule() = 0;
     virtual clsDrawLine &DrawLine() = 0;
     virtual ModuleDataPtr CommonModule() const = 0;
+    // The frame's shared picker, or the window's own where there is no frame.
+    virtual CommonDialog &commonDialog() = 0;
     virtual QWidget *hostWidget() = 0;
 };
 

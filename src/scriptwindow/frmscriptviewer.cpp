@@ -120,8 +120,7 @@ frmScriptViewer::frmScriptViewer(QWidget *parent)
 frmScriptViewer::~frmScriptViewer()
 {
     setScriptMenuAttached(false);
-    if (m_dialog)
-        m_dialog->close();
+    unloadDialogs();
 }
 
 QWidget *frmScriptViewer::picMain()
@@ -317,10 +316,13 @@ void frmScriptViewer::mouseMoveEvent(QMouseEvent *event)
 
 void frmScriptViewer::closeEvent(QCloseEvent *event)
 {
-    if (m_queryAnswered || QueryUnload())
+    if (m_queryAnswered || QueryUnload()) {
         event->accept();
-    else
+        // Only now: a refused close leaves the dialog open.
+        unloadDialogs();
+    } else {
         event->ignore();
+    }
 }
 
 bool frmScriptViewer::QueryUnload()

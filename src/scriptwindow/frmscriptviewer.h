@@ -11,9 +11,9 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <map>
 #include <memory>
 
-class QDialog;
 class QMdiSubWindow;
 class QRubberBand;
 class QScrollBar;
@@ -22,6 +22,7 @@ class VorelModule;
 
 namespace ivr {
 class ModuleList;
+class PropertyDialog;
 class IndexByKey;
 class ScriptCanvas;
 } // namespace ivr
@@ -76,7 +77,10 @@ public:
     QWidget *picMain() override;
     ivr::clsDrawLine &DrawLine() override { return m_DrawLine; }
     ivr::ModuleDataPtr CommonModule() const override { return m_CommonModule; }
+    ivr::CommonDialog &commonDialog() override;
     QWidget *hostWidget() override { return this; }
+    // The dialog of a class that is open for this window, if any.
+    ivr::PropertyDialog *openDialog(const QString &dialogName) const;
 
     QScrollBar *scrlVert() const { return m_scrlVert; }
     QScrollBar *scrlHori() const { return m_scrlHori; }
@@ -96,7 +100,6 @@ private:
     void canvasMouseMove();
     void canvasMouseUp(Qt::MouseButton button, QPointF pos, QPointF globalPos);
     void setStatusText(const QString &text);
-    ivr::CommonDialog &commonDialog();
 
     // Dragging a module.
     void moduleMouseDown(qint16 index, Qt::MouseButton button, float x, float y);
@@ -113,7 +116,9 @@ private:
     void FinishEdit(qint16 Index, bool Edited);
     void editCommonModule();
     void editWaveFiles();
-    QDialog *makeDialog(const QString &dialogName, qint16 Index);
+    void popupDialog(const QString &dialogName, ivr::ModuleDataPtr module, qint16 Index);
+    bool dialogOpen() const;
+    void unloadDialogs();
 
     ControlArray<VorelModule> m_cmVorelModule;
     ControlArray<VorelDirection> m_VorelDirection1;
@@ -133,7 +138,8 @@ private:
     QRubberBand *m_dragOutline = nullptr;
     QPointer<VorelModule> m_dragSource;
     QPointer<QMdiSubWindow> m_subWindow;
-    QPointer<QDialog> m_dialog;
+    // One member per dialog class, each set to a fresh dialog at its opening.
+    std::map<QString, QPointer<ivr::PropertyDialog>> m_dialogs;
     QMetaObject::Connection m_waveFilesClick;
     QMetaObject::Connection m_propertyClick;
     std::unique_ptr<ivr::CommonDialog> m_localDialog;

@@ -149,6 +149,9 @@ void frmScriptViewer::dropOnCanvas(VorelModule *source, float X, float Y)
 
 void frmScriptViewer::DeleteModule()
 {
+    // While a dialog is open the window's modules stay as they are.
+    if (dialogOpen())
+        return;
     auto *active = qobject_cast<VorelModule *>(focusWidget());
     if (!active || active->parentWidget() != m_picMain)
         return;

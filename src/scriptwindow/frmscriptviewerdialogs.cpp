@@ -4,14 +4,15 @@
 
 #include "frmscriptviewer.h"
 
+#include "dialogtable.h"
+#include "frameservices.h"
 #include "ivrerror.h"
 #include "moduletypes.h"
+#include "propertydialog.h"
 #include "screenpointer.h"
 #include "scriptcanvas.h"
 #include "voreldirection.h"
 #include "vorelmodule.h"
-
-#include <QDialog>
 
 using namespace ivr;
 
@@ -33,20 +34,21 @@ void frmScriptViewer::ShowPropertyDialog()
 
 void frmScriptViewer::EditModule(qint16 Index)
 {
-    if (!m_cmVorelModule.exists(Index))
+    // While a dialog is open the window takes no second one.
+    if (!m_cmVorelModule.exists(Index) || dialogOpen())
+        return;
+    VorelModule *module = m_cmVorelModule.at(Index);
+    const ModuleDataPtr data = module->moduleData();
+    if (!data)
         return;
     setEnabled(false);
     ScreenPointer::set(ScreenPointer::Hourglass);
-    const qint16 top = m_cmVorelModule.ubound();
+    const int top = m_cmVorelModule.ubound();
     m_OldArrows.fill(0, top + 1);
-    for (qint16 j = 0; j <= top; ++j)
-        m_OldArrows[j] = m_DrawLine.LineMatrix(Index, j);
-    VorelModule *module = m_cmVorelModule.at(Index);
-    m_OldName = module->moduleData()->Name();
-
-    m_dialog = makeDialog(ModuleTypes::info(module->ModuleType()).dialogName, Index);
-    if (!m_dialog)
-        setEnabled(true);
+    for (int j = 0; j <= top; ++j)
+        m_OldArrows[j] = m_DrawLine.LineMatrix(Index, qint16(j));
+    m_OldName = data->Name();
+    popupDialog(ModuleTypes::info(data->ModuleType()).dialogName, data, Index);
     ScreenPointer::set(ScreenPointer::Default);
 }
 
@@ -62,11 +64,11 @@ void frmScriptViewer::FinishEdit(qint16 Index, bool Edited)
             if (old > 0 && m_VorelDirection1.exists(old))
                 m_VorelDirection1.unload(old);
         }
-        for (qint16 j = 0; j < m_OldArrows.size(); ++j) {
-            if (m_DrawLine.LineMatrix(Index, j) > 0) {
+        for (int j = 0; j < m_OldArrows.size(); ++j) {
+            if (m_DrawLine.LineMatrix(Index, qint16(j)) > 0) {
                 const qint16 k = NextFreeArrow();
                 m_VorelDirection1.load(k);
-                m_DrawLine.setLineMatrix(Index, j, k);
+                m_DrawLine.setLineMatrix(Index, qint16(j), k);
             }
         }
         const QString newName = module->moduleData()->Name();
@@ -82,30 +84,67 @@ void frmScriptViewer::FinishEdit(qint16 Index, bool Edited)
 
 void frmScriptViewer::editCommonModule()
 {
+    if (dialogOpen())
+        return;
     setEnabled(false);
-    m_dialog = makeDialog(QStringLiteral("FrmCommon"), -1);
-    if (!m_dialog)
-        setEnabled(true);
+    popupDialog(QStringLiteral("FrmCommon"), m_CommonModule, -1);
 }
 
 void frmScriptViewer::editWaveFiles()
 {
+    if (dialogOpen())
+        return;
     setEnabled(false);
-    m_dialog = makeDialog(QStringLiteral("frmWaveFile"), -1);
-    if (!m_dialog)
-        setEnabled(true);
+    popupDialog(QStringLiteral("frmWaveFile"), m_CommonModule, -1);
 }
 
 // The one place where a property dialog is made and shown, by the name the
-// module-type table gives (Index -1 for the two script-level dialogs). The
-// module dialogs complete through FinishEdit, frmPropEnd, FrmScripts,
-// FrmCommon and frmWaveFile only by enabling the window again; each dialog
-// holds the window through a QPointer and the window holds it in m_dialog.
-// This build has no dialog yet: nothing opens, and the caller enables the
-// window again at once, as for a type without a dialog.
-QDialog *frmScriptViewer::makeDialog(const QString &dialogName, qint16 Index)
+// module-type table gives. The dialog belongs to the main window: a child of
+// this window would be disabled with it.
+void frmScriptViewer::popupDialog(const QString &dialogName, ModuleDataPtr module, qint16 Index)
 {
-    Q_UNUSED(dialogName);
-    Q_UNUSED(Index);
-    return nullptr;
+    const DialogEntry *entry = DialogTable::find(dialogName);
+    if (!entry) {
+        setEnabled(true);
+        return;
+    }
+    QWidget *owner = appMain() ? appMain()->frameWidget() : nullptr;
+    PropertyDialog *dialog = entry->make(owner);
+    m_dialogs[dialogName] = dialog;
+    const Completion completion = entry->completion;
+    connect(dialog, &PropertyDialog::CompleteEdit, this, [this, completion](qint16 i, bool edited) {
+        if (completion == Completion::FinishEdit)
+            FinishEdit(i, edited);
+        else
+            setEnabled(true);
+    });
+    dialog->Popup(std::move(module), &m_DrawLine, this, Index);
+}
+
+PropertyDialog *frmScriptViewer::openDialog(const QString &dialogName) const
+{
+    const auto it = m_dialogs.find(dialogName);
+    return it == m_dialogs.end() ? nullptr : it->second.data();
+}
+
+bool frmScriptViewer::dialogOpen() const
+{
+    for (const auto &[name, dialog] : m_dialogs) {
+        if (dialog && dialog->isVisible())
+            return true;
+    }
+    return false;
+}
+
+// The window goes: its dialogs end without a word back to it, so that nothing
+// of a window on its way out is touched and Changed stays as the close found it.
+void frmScriptViewer::unloadDialogs()
+{
+    for (auto &[name, dialog] : m_dialogs) {
+        if (!dialog)
+            continue;
+        disconnect(dialog, nullptr, this, nullptr);
+        dialog->unload();
+    }
+    m_dialogs.clear();
 }

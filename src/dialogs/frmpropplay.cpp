@@ -1,0 +1,75 @@
+#include "frmpropplay.h"
+#include "ui_frmpropplay.h"
+
+#include "moduleicon.h"
+#include "promptgroup.h"
+#include "scripthost.h"
+
+namespace ivr {
+
+frmPropPlay::frmPropPlay(QWidget *parent)
+    : PropertyDialog(parent)
+    , ui(std::make_unique<Ui::frmPropPlay>())
+{
+    ui->setupUi(this);
+    fixWindow();
+    ui->Image1->setPixmap(ModuleIcon::picture(3));
+    m_prompt = new PromptGroup(
+            {ui->optTTS_0,
+             ui->optTTS_1,
+             ui->lblWaveFile,
+             ui->txtWaveFile,
+             ui->cmdBrowse,
+             ui->lblTTS,
+             ui->txtTTS,
+             ui->cmdPlay},
+            [this] { markEdited(); },
+            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
+            PromptGroup::Browse::ThroughFileBox,
+            this);
+    marksEdited(ui->cboNext);
+    marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
+    marksEdited(ui->txtReplayCount, &QDoubleSpinBox::valueChanged);
+    marksEdited(ui->txtPauseBetn, &QDoubleSpinBox::valueChanged);
+    connectButtons(ui->cmdOk, ui->cmdCancel);
+}
+
+frmPropPlay::~frmPropPlay() = default;
+
+void frmPropPlay::FillExitLists()
+{
+    fillExitCombos({{ui->cboNext,
+                     m_ModuleData->definition()
+                             .Properties(QStringLiteral("NextModule"))
+                             .Value()
+                             .toString(),
+                     &m_ExitSelection}});
+}
+
+void frmPropPlay::LoadFields()
+{
+    const Definition &d = m_ModuleData->definition();
+    ui->cboNext->setCurrentIndex(m_ExitSelection);
+    ui->txtModuleName->setText(m_ModuleData->Name());
+    m_prompt->load(d);
+    ui->txtReplayCount->setStoredValue(d.ReplayCount());
+    ui->txtPauseBetn->setStoredValue(d.PauseBetn());
+}
+
+bool frmPropPlay::ValidateFields()
+{
+    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
+}
+
+void frmPropPlay::CommitFields()
+{
+    Definition &d = m_ModuleData->definition();
+    clearRow();
+    m_ModuleData->setName(ui->txtModuleName->text());
+    commitExit(ui->cboNext, QStringLiteral("NextModule"));
+    m_prompt->commit(d);
+    d.setReplayCount(ui->txtReplayCount->value());
+    d.setPauseBetn(ui->txtPauseBetn->value());
+}
+
+} // namespace ivr

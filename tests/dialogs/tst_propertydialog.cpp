@@ -1,0 +1,275 @@
+#include "dialogtesting.h"
+#include "messagerecorder.h"
+#include "programfolder.h"
+
+#include <QSignalSpy>
+
+using namespace dialogtesting;
+
+// The contract every dialog keeps, worked through the Play dialog of a real
+// script window: the name check, the commit of exits and names, OK and
+// Cancel, and a completion that comes once.
+class tst_PropertyDialog : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void nameCheck_data();
+    void nameCheck();
+    void renameReachesOnlyLinkedExits();
+    void exitListsLeaveConnectedOut();
+    void cancelClearsChanged();
+    void okWithoutEditWritesNothing();
+    void enterEscapeAndCloseEndNothing_data();
+    void enterEscapeAndCloseEndNothing();
+    void completesOnce_data();
+    void completesOnce();
+    void secondPropertyOpensNothing();
+
+private:
+    std::unique_ptr<ProgramFolder> m_folder;
+    std::unique_ptr<MessageRecorder> m_messages;
+};
+
+void tst_PropertyDialog::init()
+{
+    m_folder = std::make_unique<ProgramFolder>();
+    QVERIFY(m_folder->isValid());
+    m_messages = std::make_unique<MessageRecorder>();
+}
+
+void tst_PropertyDialog::cleanup()
+{
+    m_messages.reset();
+    m_folder.reset();
+}
+
+void tst_PropertyDialog::nameCheck_data()
+{
+    QTest::addColumn<QStringList>("names"); // modules 2.. ("" leaves a hole); 2 is edited
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("said");
+    auto row = [](const char *name, QStringList names, const char *typed, const char *said) {
+        QTest::newRow(name) << names << QString::fromUtf8(typed) << QString::fromUtf8(said);
+    };
+    row("blanks-only-invalid", {"A"}, "   ", "Invalid Name");
+    row("reserved-invalid", {"A"}, "Common", "Invalid Name");
+    row("reserved-with-blanks-invalid", {"A"}, " Common ", "Invalid Name");
+    row("reserved-other-case-allowed", {"A"}, "common", "");
+    row("other-module-name-duplicate", {"A", "B"}, "B", "Duplicate Name");
+    row("fixed-module-name-duplicate", {"A"}, "End Call", "Duplicate Name");
+    row("other-case-not-duplicate", {"A", "B"}, "b", "");
+    row("trailing-blank-not-duplicate", {"A", "B"}, "B ", "");
+    row("unchanged-name-passes-beside-twin", {"A", "A"}, "A", "");
+    // A gap at 3 doubles the scan to 6: 4 and 5 go unchecked.
+    row("duplicate-after-gap-unchecked", {"A", "", "C", "D", "E"}, "D", "");
+    row("duplicate-at-doubled-position-found", {"A", "", "C", "D", "E"}, "E", "Duplicate Name");
+    row("brackets-and-digits-allowed", {"A"}, "[9]", "");
+}
+
+void tst_PropertyDialog::nameCheck()
+{
+    QFETCH(QStringList, names);
+    QFETCH(QString, typed);
+    QFETCH(QString, said);
+    frmScriptViewer w;
+    for (const QString &name : names) {
+        w.AddModule(3, 3000, 3000);
+        const qint16 at = w.cmVorelModule().ubound();
+        module(w, at)->moduleData()->setName(name);
+    }
+    for (int i = 0; i < names.size(); ++i) {
+        if (names.at(i).isEmpty()) {
+            m_messages->answer(QMessageBox::Yes);
+            w.RemoveModule(qint16(2 + i));
+        }
+    }
+    m_messages->clear();
+    ivr::PropertyDialog *dialog = open(w, 2);
+    QVERIFY(dialog);
+    control<QLineEdit>(dialog, "txtModuleName")->setText(typed);
+    click(dialog, "cmdOk");
+    if (said.isEmpty()) {
+        QCOMPARE(m_messages->count(), 0);
+        QCOMPARE(module(w, 2)->moduleData()->Name(), typed); // blanks kept
+        QVERIFY(w.isEnabled());
+    } else {
+        QCOMPARE(m_messages->count(), 1);
+        QCOMPARE(m_messages->lastText(), said);
+        QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
+        QCOMPARE(m_messages->messages().last().buttons, QMessageBox::Ok);
+        QVERIFY(dialog->isVisible()); // stays with what was typed
+        QCOMPARE(control<QLineEdit>(dialog, "txtModuleName")->text(), typed);
+        QCOMPARE(module(w, 2)->moduleData()->Name(), names.first());
+        click(dialog, "cmdCancel");
+    }
+}
+
+void tst_PropertyDialog::renameReachesOnlyLinkedExits()
+{
+    frmScriptViewer w;
+    w.AddModule(3, 3000, 3000); // 2, renamed below
+    w.AddModule(3, 6000, 3000); // 3: names 2 in its exit but has no arrow to it
+    module(w, 3)->moduleData()->definition().setNextModule(QStringLiteral("[2]"));
+    ivr::PropertyDialog *connected = open(w, 0);
+    choose(connected, "cboCurrModule", "2");
+    click(connected, "cmdOk");
+    QCOMPARE(exitOf(w, 0, "NextModule"), QStringLiteral("[2]"));
+
+    ivr::PropertyDialog *dialog = open(w, 2);
+    control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Welcome"));
+    choose(dialog, "cboNext", "End Call");
+    click(dialog, "cmdOk");
+    QCOMPARE(module(w, 2)->Caption(), QStringLiteral("Welcome"));
+    QCOMPARE(exitOf(w, 0, "NextModule"), QStringLiteral("[Welcome]"));
+    QCOMPARE(exitOf(w, 3, "NextModule"), QStringLiteral("[2]")); // stale, no arrow: untouched
+    QCOMPARE(exitOf(w, 2, "NextModule"), QStringLiteral("[End Call]"));
+    const qint16 arrow = w.DrawLine().LineMatrix(2, 1);
+    QVERIFY(arrow > 1);
+    QVERIFY(w.VorelDirection1().at(arrow)->isVisibleTo(&w));
+    QVERIFY(w.Changed());
+}
+
+void tst_PropertyDialog::exitListsLeaveConnectedOut()
+{
+    frmScriptViewer w;
+    w.AddModule(3, 3000, 3000);
+    w.AddModule(3, 3000, 3000);
+    module(w, 3)->setCaption(QStringLiteral(" Spaced ")); // offered trimmed
+    m_messages->answer(QMessageBox::Yes);
+    w.RemoveModule(3);
+    w.AddModule(4, 3000, 3000); // back into 3
+    module(w, 2)->moduleData()->definition().setNextModule(QStringLiteral("[2]"));
+    ivr::PropertyDialog *dialog = open(w, 2);
+    auto *next = control<QComboBox>(dialog, "cboNext");
+    QStringList items;
+    for (int i = 0; i < next->count(); ++i)
+        items << next->itemText(i) + QLatin1Char('@') + next->itemData(i).toString();
+    QCOMPARE(items, (QStringList{"End Call@1", "2@2", "3@3"}));
+    QCOMPARE(next->currentText(), QStringLiteral("2")); // a module may lead to itself
+    click(dialog, "cmdCancel");
+}
+
+void tst_PropertyDialog::cancelClearsChanged()
+{
+    frmScriptViewer w;
+    w.AddModule(3, 3000, 3000);
+    ivr::PropertyDialog *dialog = open(w, 2);
+    QVERIFY(!w.isEnabled());
+    QVERIFY(dialog->isEnabled());
+    choose(dialog, "cboNext", "End Call");
+    control<QLineEdit>(dialog, "txtModuleName")->setText("Typed");
+    click(dialog, "cmdCancel");
+    QVERIFY(w.isEnabled());
+    QVERIFY(!w.Changed()); // Changed := Edited, even after the placing before
+    QCOMPARE(module(w, 2)->moduleData()->Name(), QStringLiteral("2"));
+    QCOMPARE(w.DrawLine().LineMatrix(2, 1), qint16(0));
+}
+
+void tst_PropertyDialog::okWithoutEditWritesNothing()
+{
+    frmScriptViewer w;
+    w.AddModule(3, 3000, 3000);
+    module(w, 2)->moduleData()->definition().setNextModule(QStringLiteral("[Gone]"));
+    ivr::PropertyDialog *dialog = open(w, 2);
+    QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
+    QCOMPARE(control<QComboBox>(dialog, "cboNext")->currentIndex(), -1);
+    click(dialog, "cmdOk");
+    QCOMPARE(completed.size(), 1);
+    QCOMPARE(completed.first().at(1).toBool(), false);
+    QCOMPARE(exitOf(w, 2, "NextModule"), QStringLiteral("[Gone]")); // stale kept
+    QVERIFY(!w.Changed());
+}
+
+void tst_PropertyDialog::enterEscapeAndCloseEndNothing_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::newRow("enter-on-ok-button") << "enter-ok";
+    QTest::newRow("enter-in-name-box") << "enter";
+    QTest::newRow("escape") << "escape";
+    QTest::newRow("window-close") << "close";
+}
+
+void tst_PropertyDialog::enterEscapeAndCloseEndNothing()
+{
+    QFETCH(QString, how);
+    frmScriptViewer w;
+    w.AddModule(3, 3000, 3000);
+    ivr::PropertyDialog *dialog = open(w, 2);
+    QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
+    if (how == "enter-ok")
+        QTest::keyClick(control(dialog, "cmdOk"), Qt::Key_Return);
+    else if (how == "enter")
+        QTest::keyClick(control(dialog, "txtModuleName"), Qt::Key_Return);
+    else if (how == "escape")
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    else
+        QVERIFY(!dialog->close());
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(completed.size(), 0);
+    QVERIFY(!w.isEnabled());
+    click(dialog, "cmdCancel");
+}
+
+void tst_PropertyDialog::completesOnce_data()
+{
+    QTest::addColumn<QString>("end");
+    QTest::newRow("ok") << "ok";
+    QTest::newRow("cancel") << "cancel";
+    QTest::newRow("window-closed") << "close";
+    QTest::newRow("window-destroyed") << "destroy";
+}
+
+void tst_PropertyDialog::completesOnce()
+{
+    QFETCH(QString, end);
+    auto w = std::make_unique<frmScriptViewer>();
+    w->AddModule(3, 3000, 3000);
+    ivr::PropertyDialog *dialog = open(*w, 2);
+    QPointer<ivr::PropertyDialog> alive(dialog);
+    QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
+    control<QLineEdit>(dialog, "txtModuleName")->setText("Edited");
+    m_messages->answer(QMessageBox::No); // the close question of the placed module
+    if (end == "ok") {
+        click(dialog, "cmdOk");
+    } else if (end == "cancel") {
+        click(dialog, "cmdCancel");
+    } else if (end == "close") {
+        QVERIFY(w->close());
+        QVERIFY(!w->isEnabled()); // the dialog's end did not reach the window
+        QVERIFY(!w->Changed());
+    } else {
+        w.reset();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(completed.size(), 1);
+    QVERIFY(alive.isNull());
+    w.reset();
+    QCOMPARE(completed.size(), 1);
+}
+
+void tst_PropertyDialog::secondPropertyOpensNothing()
+{
+    frmScriptViewer w;
+    w.show();
+    w.AddModule(3, 3000, 3000);
+    ivr::PropertyDialog *dialog = open(w, 2);
+    QVERIFY(dialog);
+    module(w, 2)->setFocus();
+    w.ShowProperty();
+    w.ShowPropertyDialog();
+    QCOMPARE(open(w, 1), nullptr);
+    m_messages->answer(QMessageBox::Yes);
+    w.DeleteModule(); // Delete waits as well
+    QVERIFY(w.cmVorelModule().exists(2));
+    int dialogs = 0;
+    for (QWidget *top : QApplication::topLevelWidgets())
+        dialogs += qobject_cast<ivr::PropertyDialog *>(top) && top->isVisible();
+    QCOMPARE(dialogs, 1);
+    click(dialog, "cmdCancel");
+}
+
+QTEST_MAIN(tst_PropertyDialog)
+#include "tst_propertydialog.moc"
