@@ -45,6 +45,20 @@ write_if_different() {
     }
 }
 
+# True when the program folder $1 was installed as <prefix>/lib/<package>
+# together with the menu entry and the script type in <prefix>/share, and
+# the desktop reads that folder: the installation registered the designer
+# for every user, and the user's own folders are left alone.
+installed_for_everyone() {
+    share=$(cd "$1/../../share" 2>/dev/null && pwd -P) || return 1
+    [ -f "$share/applications/$ENTRY_NAME" ] \
+        && [ -f "$share/mime/packages/$PACKAGE_NAME" ] || return 1
+    case ":${XDG_DATA_DIRS:-/usr/local/share:/usr/share}:" in
+    *":$share:"* | *":$share/:"*) return 0 ;;
+    esac
+    return 1
+}
+
 # True when the cache $2 is missing or older than the source $1.
 stale() {
     [ ! -f "$2" ] || [ "$1" -nt "$2" ]
@@ -57,6 +71,7 @@ register() {
     *'
 '*) return 0 ;; # a line break can't be written into a desktop entry
     esac
+    installed_for_everyone "$folder" && return 0
 
     if [ -n "$XDG_DATA_HOME" ]; then
         data=$XDG_DATA_HOME
