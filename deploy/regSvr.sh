@@ -1,7 +1,8 @@
 #!/bin/sh
 # Registers Brindlewave IVR scripts (*.ivr) and the designer with the desktop
 # of the current user, so that a double click on a script opens it in the
-# designer that lies in this folder.
+# designer that lies in this folder. A designer installed from its package
+# has been registered for every user by the package, and is left to it.
 #
 # The designer starts this at every start, hidden and without waiting, so it
 # must stay quiet, finish quickly when everything is already in place, and
