@@ -1,7 +1,8 @@
 #!/bin/sh
 # Registers Brindlewave IVR scripts (*.ivr) and the designer with the desktop
 # of the current user, so that a double click on a script opens it in the
-# designer that lies in this folder.
+# designer that lies in this folder. A designer installed from its package
+# has been registered for every user by the package, and is left to it.
 #
 # The designer starts this at every start, hidden and without waiting, so it
 # must stay quiet, finish quickly when everything is already in place, and
@@ -45,6 +46,20 @@ write_if_different() {
     }
 }
 
+# True when the program folder $1 was installed as <prefix>/lib/<package>
+# together with the menu entry and the script type in <prefix>/share, and
+# the desktop reads that folder: the installation registered the designer
+# for every user, and the user's own folders are left alone.
+installed_for_everyone() {
+    share=$(cd "$1/../../share" 2>/dev/null && pwd -P) || return 1
+    [ -f "$share/applications/$ENTRY_NAME" ] \
+        && [ -f "$share/mime/packages/$PACKAGE_NAME" ] || return 1
+    case ":${XDG_DATA_DIRS:-/usr/local/share:/usr/share}:" in
+    *":$share:"* | *":$share/:"*) return 0 ;;
+    esac
+    return 1
+}
+
 # True when the cache $2 is missing or older than the source $1.
 stale() {
     [ ! -f "$2" ] || [ "$1" -nt "$2" ]
@@ -57,6 +72,7 @@ register() {
     *'
 '*) return 0 ;; # a line break can't be written into a desktop entry
     esac
+    installed_for_everyone "$folder" && return 0
 
     if [ -n "$XDG_DATA_HOME" ]; then
         data=$XDG_DATA_HOME

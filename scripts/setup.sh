@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs every Debian package the designer needs to build, run and test.
+# Installs every Debian package the designer needs to build, run and test,
+# and the packages named as arguments (the packaging scripts' tools).
 # Idempotent: apt-get runs only when something is missing.
 set -euo pipefail
 
@@ -11,7 +12,8 @@ PACKAGES=(
     fonts-dejavu-core
     xvfb xauth xdotool imagemagick
     pulseaudio pulseaudio-utils sox asterisk-core-sounds-en-wav
-    xdg-utils desktop-file-utils shared-mime-info
+    xdg-utils desktop-file-utils shared-mime-info appstream man-db
+    "$@"
 )
 
 missing=()

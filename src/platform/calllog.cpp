@@ -3,9 +3,11 @@
 #include "appfolder.h"
 #include "ivrerror.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QStandardPaths>
 
 namespace ivr {
 
@@ -17,11 +19,49 @@ QString failure(const QString &what, const QSqlError &error)
     return QStringLiteral("The call log \"%1\" %2: %3")
             .arg(CallLog::path(), what, error.text().trimmed());
 }
+
+bool holdsFlags(const QString &file)
+{
+    const QString name = QStringLiteral("CallLogCopyCheck");
+    bool ok = false;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        db.setDatabaseName(file);
+        ok = db.open() && QSqlQuery(db).exec(QStringLiteral("select show_reg_form from flags"));
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(name);
+    return ok;
+}
+
+// Copies the installed database into the user's data folder. Only a copy
+// that reads is put in place: a missing or damaged installed file stays the
+// one named in the start's failure, and nothing of it is left to outlive a
+// repair.
+QString userCopy(const QString &installed)
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    const QString copy = folder + QStringLiteral("/CallLog.db");
+    if (QFileInfo(copy).isFile())
+        return copy;
+    const QString partial = copy + QStringLiteral(".partial");
+    QFile::remove(partial);
+    const auto writable = QFile::ReadOwner | QFile::WriteOwner;
+    const bool made = QFileInfo(installed).isFile() && QDir().mkpath(folder)
+                      && QFile::copy(installed, partial)
+                      && QFile::setPermissions(partial, QFile::permissions(partial) | writable)
+                      && holdsFlags(partial) && QFile::rename(partial, copy);
+    if (made)
+        return copy;
+    QFile::remove(partial);
+    return installed;
+}
 } // namespace
 
 QString CallLog::path()
 {
-    return AppFolder::file(QStringLiteral("CallLog.db"));
+    const QString installed = AppFolder::file(QStringLiteral("CallLog.db"));
+    return AppFolder::isWritable() ? installed : userCopy(installed);
 }
 
 QSqlDatabase CallLog::CallLogConnection()
@@ -58,9 +98,10 @@ bool CallLog::readShowRegForm()
     QSqlDatabase db = CallLogConnection();
     if (!db.isOpen()) {
         const QString reason = QFileInfo(path()).isFile()
-                ? db.lastError().text().trimmed()
-                : QStringLiteral("The file does not exist.");
-        throw IvrError(QStringLiteral("The call log \"%1\" cannot be opened: %2").arg(path(), reason));
+                                       ? db.lastError().text().trimmed()
+                                       : QStringLiteral("The file does not exist.");
+        throw IvrError(
+                QStringLiteral("The call log \"%1\" cannot be opened: %2").arg(path(), reason));
     }
     bool flag = false;
     {

@@ -10,6 +10,9 @@ namespace ivr {
 class CallLog
 {
 public:
+    // The database beside the program, or, when the program folder is not
+    // the user's to write (an installed program), the user's own copy in the
+    // data folder, made from the installed one at first use.
     static QString path();
     // Opens the connection unless it is open; false if the file is missing or
     // cannot be opened. Never creates the file.

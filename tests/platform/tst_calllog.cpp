@@ -1,8 +1,11 @@
+#include "appfolder.h"
 #include "calllog.h"
 #include "ivrerror.h"
 #include "programfolder.h"
 
+#include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTest>
 
 using namespace ivr;
@@ -16,7 +19,18 @@ private slots:
     void flagRoundTrip_data();
     void flagRoundTrip();
     void missingDatabaseIsNeverCreated();
+    void installedFolderWrittenThroughUserCopy_data();
+    void installedFolderWrittenThroughUserCopy();
+    void brokenInstallationIsNamedAndNotCopied_data();
+    void brokenInstallationIsNamedAndNotCopied();
 };
+
+namespace {
+QString userDataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+}
+} // namespace
 
 void tst_CallLog::flagRoundTrip_data()
 {
@@ -48,6 +62,58 @@ void tst_CallLog::missingDatabaseIsNeverCreated()
     QVERIFY(!CallLog::OpenCallLog());
     QVERIFY_THROWS_EXCEPTION(IvrError, CallLog::readShowRegForm());
     QVERIFY(!QFile::exists(folder.file("CallLog.db")));
+}
+
+void tst_CallLog::installedFolderWrittenThroughUserCopy_data()
+{
+    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<bool>("installedAfter");
+    QTest::addColumn<bool>("copyMade");
+    QTest::newRow("installed-folder-keeps-its-flag") << true << true << true;
+    QTest::newRow("writable-folder-written-in-place") << false << false << false;
+}
+
+// The installed database says "hidden"; the user's answer says "shown".
+void tst_CallLog::installedFolderWrittenThroughUserCopy()
+{
+    QFETCH(bool, readOnly);
+    QFETCH(bool, installedAfter);
+    QFETCH(bool, copyMade);
+    ProgramFolder folder({Flags::Hidden});
+    QVERIFY(folder.isValid());
+    AppFolder::setReadOnlyOverride(readOnly);
+    QVERIFY(CallLog::readShowRegForm());
+    CallLog::writeShowRegForm(false);
+    QVERIFY(!CallLog::readShowRegForm());
+    QCOMPARE(QFile::exists(userDataFolder() + "/CallLog.db"), copyMade);
+    AppFolder::setReadOnlyOverride(false);
+    QCOMPARE(CallLog::readShowRegForm(), installedAfter);
+}
+
+void tst_CallLog::brokenInstallationIsNamedAndNotCopied_data()
+{
+    QTest::addColumn<QByteArray>("installed"); // empty: no file
+    QTest::newRow("missing-installed-file") << QByteArray();
+    QTest::newRow("damaged-installed-file") << QByteArray(4096, 'x');
+}
+
+void tst_CallLog::brokenInstallationIsNamedAndNotCopied()
+{
+    QFETCH(QByteArray, installed);
+    ProgramFolder folder({Flags::NoDatabase});
+    if (!installed.isEmpty()) {
+        QFile file(folder.file("CallLog.db"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(installed) == installed.size());
+    }
+    AppFolder::setReadOnlyOverride(true);
+    try {
+        CallLog::readShowRegForm();
+        QFAIL("a broken installation was read");
+    } catch (const IvrError &error) {
+        QVERIFY2(error.description().contains(folder.file("CallLog.db")),
+                 qPrintable(error.description()));
+    }
+    QCOMPARE(QDir(userDataFolder()).entryList(QDir::Files), QStringList());
 }
 
 QTEST_MAIN(tst_CallLog)

@@ -1,6 +1,7 @@
 #include "appfolder.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 namespace ivr {
 
@@ -9,6 +10,12 @@ QString &overrideFolder()
 {
     static QString folder;
     return folder;
+}
+
+bool &readOnlyOverride()
+{
+    static bool readOnly = false;
+    return readOnly;
 }
 } // namespace
 
@@ -27,14 +34,25 @@ QString AppFolder::file(const QString &relative)
     return base + QLatin1Char('/') + relative;
 }
 
+bool AppFolder::isWritable()
+{
+    return !readOnlyOverride() && QFileInfo(path()).isWritable();
+}
+
 void AppFolder::setOverride(const QString &folder)
 {
     overrideFolder() = folder;
 }
 
+void AppFolder::setReadOnlyOverride(bool readOnly)
+{
+    readOnlyOverride() = readOnly;
+}
+
 void AppFolder::clearOverride()
 {
     overrideFolder().clear();
+    readOnlyOverride() = false;
 }
 
 } // namespace ivr
