@@ -1,6 +1,7 @@
 #include "dialogtesting.h"
 #include "messagerecorder.h"
 #include "programfolder.h"
+#include "selectedmoduletype.h"
 
 #include <QSignalSpy>
 
@@ -135,27 +136,38 @@ void tst_PropertyDialog::renameReachesOnlyLinkedExits()
 void tst_PropertyDialog::exitListsLeaveConnectedOut()
 {
     frmScriptViewer w;
-    w.AddModule(3, 3000, 3000);
-    w.AddModule(3, 3000, 3000);
+    for (int i = 0; i < 4; ++i)
+        w.AddModule(3, 3000, 3000);
     module(w, 3)->setCaption(QStringLiteral(" Spaced ")); // offered trimmed
+    module(w, 4)->setCaption(QStringLiteral("Twin"));
+    module(w, 5)->setCaption(QStringLiteral("Twin"));
     m_messages->answer(QMessageBox::Yes);
-    w.RemoveModule(3);
-    w.AddModule(4, 3000, 3000); // back into 3
-    module(w, 2)->moduleData()->definition().setNextModule(QStringLiteral("[2]"));
+    w.RemoveModule(4); // a gap is passed over
+    w.AddModule(4, 3000, 3000); // back into 4, named "4"
+    module(w, 4)->setCaption(QStringLiteral("Twin"));
+    module(w, 2)->moduleData()->definition().setNextModule(QStringLiteral("[Twin]"));
     ivr::PropertyDialog *dialog = open(w, 2);
     auto *next = control<QComboBox>(dialog, "cboNext");
     QStringList items;
     for (int i = 0; i < next->count(); ++i)
         items << next->itemText(i) + QLatin1Char('@') + next->itemData(i).toString();
-    QCOMPARE(items, (QStringList{"End Call@1", "2@2", "3@3"}));
-    QCOMPARE(next->currentText(), QStringLiteral("2")); // a module may lead to itself
+    QCOMPARE(items, (QStringList{"End Call@1", "2@2", "Spaced@3", "Twin@4", "Twin@5"}));
+    QCOMPARE(next->currentIndex(), 4); // the last of two equal names
+    click(dialog, "cmdCancel");
+    // " Spaced " is offered as "Spaced", so its exit no longer matches.
+    module(w, 2)->moduleData()->definition().setNextModule(QStringLiteral("[Spaced]"));
+    dialog = open(w, 2);
+    QCOMPARE(control<QComboBox>(dialog, "cboNext")->currentIndex(), -1);
     click(dialog, "cmdCancel");
 }
 
 void tst_PropertyDialog::cancelClearsChanged()
 {
     frmScriptViewer w;
-    w.AddModule(3, 3000, 3000);
+    ivr::setSelectedModuleType(3);
+    QTest::mouseRelease(w.picMain(), Qt::LeftButton, {}, QPoint(200, 200));
+    ivr::setSelectedModuleType(0);
+    QVERIFY(w.Changed());
     ivr::PropertyDialog *dialog = open(w, 2);
     QVERIFY(!w.isEnabled());
     QVERIFY(dialog->isEnabled());
