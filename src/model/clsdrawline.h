@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 
@@ -18,6 +19,12 @@ class DrawLineForm;
 // Reading or writing outside the matrix throws IvrError ("Subscript out of
 // range"); nothing here checks beyond that, and RedefineModule lets a
 // failure of the controls through to its caller.
+//
+// The matrix is square in use but not in storage: a full one for the
+// highest index, 32,767, would take 2 GiB. A cell reads as the last thing
+// written to it, whether by a write of its own or by the wipe of its row and
+// column that Add (0) and Delete (-1) do; only the cells written one by one
+// are stored.
 class clsDrawLine
 {
 public:
@@ -43,16 +50,33 @@ public:
                         const QString &OldName = QString());
 
 private:
-    void resizeTo(qint16 upperBound);
-    void checkSubscript(qint16 i, qint16 j) const;
+    // What the last wipe of a row and column wrote, and when: of the two
+    // wipes that reach a cell, the later one holds.
+    struct Wipe
+    {
+        quint64 time = 0;
+        qint16 value = 0;
+    };
+    using Line = QHash<int, qint16>;
+
+    void resizeTo(int upperBound);
+    void checkSubscript(int i, int j) const;
+    void wipe(int index, qint16 value);
+    void forget(int index);
+    QList<int> linkedIndices(int index) const;
     void RenameTarget(VorelModule *Module, const QString &OldName, const QString &NewName);
     void RenameExit(VorelModule *Module,
                     const QString &Key,
                     const QString &OldName,
                     const QString &NewName);
 
-    QList<QList<qint16>> m_ModuleRows;
     QList<bool> m_ExistFlags;
+    QList<Wipe> m_wiped;
+    // Cells written one by one since the last wipe of their row and column,
+    // by row and again by column.
+    QHash<int, Line> m_rows;
+    QHash<int, Line> m_columns;
+    quint64 m_clock = 0;
 };
 
 } // namespace ivr

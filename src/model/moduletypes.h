@@ -6,14 +6,14 @@
 namespace ivr {
 
 // What a module type number means: its caption (the toolbox's tool tip),
-// the dialog that edits it, its exit keys and its own keys. A number that
-// is not a module type gives an entry with nothing in it.
+// the dialog that edits it and its own keys. Its exits are the script
+// library's ExitTables. A number that is not a module type gives an entry
+// with nothing in it.
 struct ModuleTypeInfo
 {
     int type = -1;
     QString caption;    // "" for the types that are never shown
     QString dialogName; // "" for the types without a dialog
-    QStringList exitKeys;
     QStringList ownKeys;
 };
 
@@ -25,11 +25,6 @@ public:
     static constexpr int Common = 98;
 
     static const ModuleTypeInfo &info(int type);
-    static bool isKnown(int type);
-    // Every known type number, in number order.
-    static QList<int> types();
-    // The types that the toolbox offers, in its order from the top.
-    static QList<int> toolTypes();
 };
 
 } // namespace ivr

@@ -36,6 +36,8 @@ class frmScriptViewer : public QWidget, public ivr::DrawLineForm, public ivr::Sc
     Q_OBJECT
 
 public:
+    // Module and arrow indices are 16-bit: the highest either can take.
+    static constexpr int HighestIndex = 32767;
     // Canvas size in twips.
     static constexpr float CanvasWidth = 85200;
     static constexpr float CanvasHeight = 54645;
@@ -61,7 +63,11 @@ public:
     // close step must not ask again.
     void setQueryAnswered(bool answered) { m_queryAnswered = answered; }
 
-    void AddModule(qint16 Type, float X, float Y);
+    // False, after a critical message, when the script holds all the modules
+    // a window can hold.
+    bool AddModule(qint16 Type, float X, float Y);
+    // Both throw IvrError, saying so, when every index up to the highest is
+    // taken.
     qint16 NextFreeModule();
     qint16 NextFreeArrow();
     void RemoveModule(qint16 Index);
@@ -108,8 +114,12 @@ private:
     void dropOnCanvas(VorelModule *source, float X, float Y);
 
     // Open and save.
+    void placeModules(const ivr::ModuleList &list, ivr::IndexByKey &keys);
+    void linkModules(const ivr::ModuleList &list, ivr::IndexByKey &keys);
+    bool fitsWindow(const QString &path, const ivr::ModuleList &list);
     void AddLink(ivr::IndexByKey &keys, const QString &FromKey, const QString &ToKey);
     bool collectModules(ivr::ModuleList &list);
+    bool keepOldFile();
 
     // Property dialogs.
     void EditModule(qint16 Index);
@@ -125,6 +135,9 @@ private:
     ivr::clsDrawLine m_DrawLine;
     ivr::ModuleDataPtr m_CommonModule;
     QString m_FileName;
+    // The file whose old contents a save may replace: loaded or written
+    // here, picked in the save dialog, or kept as a backup.
+    QString m_ownFile;
     bool m_Changed = false;
     bool m_queryAnswered = false;
     float m_GrabX = 0;

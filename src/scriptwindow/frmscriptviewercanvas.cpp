@@ -34,8 +34,8 @@ void frmScriptViewer::canvasMouseUp(Qt::MouseButton button, QPointF pos, QPointF
     const qint16 type = SelectedModuleType();
     if (type < 2)
         return;
-    AddModule(type, Twips::fromPixels(pos.x()), Twips::fromPixels(pos.y()));
-    m_Changed = true;
+    if (AddModule(type, Twips::fromPixels(pos.x()), Twips::fromPixels(pos.y())))
+        m_Changed = true;
 }
 
 namespace {
@@ -43,14 +43,14 @@ namespace {
 // Without holes the walk would end past the top anyway; say so at once, which
 // keeps opening a large script linear.
 template<typename T, typename Probe>
-qint16 firstFailingRead(ControlArray<T> &array, Probe probe)
+int firstFailingRead(ControlArray<T> &array, Probe probe)
 {
-    const qint16 top = array.ubound();
+    const int top = array.ubound();
     if (array.count() == top + 1)
         return top + 1;
-    for (qint16 k = array.lbound(); k <= top; ++k) {
+    for (int k = array.lbound(); k <= top; ++k) {
         try {
-            probe(array.at(k));
+            probe(array.at(qint16(k)));
         } catch (const IvrError &) {
             return k;
         }
@@ -61,23 +61,40 @@ qint16 firstFailingRead(ControlArray<T> &array, Probe probe)
 
 qint16 frmScriptViewer::NextFreeModule()
 {
-    return firstFailingRead(m_cmVorelModule, [](VorelModule *m) { m->Caption(); });
+    const int k = firstFailingRead(m_cmVorelModule, [](VorelModule *m) { m->Caption(); });
+    if (k > HighestIndex)
+        throw IvrError(QStringLiteral("The script holds %1 modules, the most a script window "
+                                      "can hold.")
+                               .arg(HighestIndex + 1));
+    return qint16(k);
 }
 
 qint16 frmScriptViewer::NextFreeArrow()
 {
-    return firstFailingRead(m_VorelDirection1, [](VorelDirection *a) { a->Top(); });
+    const int k = firstFailingRead(m_VorelDirection1, [](VorelDirection *a) { a->Top(); });
+    if (k > HighestIndex)
+        throw IvrError(QStringLiteral("The script has %1 links, the most a script window can "
+                                      "show.")
+                               .arg(HighestIndex));
+    return qint16(k);
 }
 
-void frmScriptViewer::AddModule(qint16 Type, float X, float Y)
+bool frmScriptViewer::AddModule(qint16 Type, float X, float Y)
 {
-    const qint16 k = NextFreeModule();
+    qint16 k = 0;
+    try {
+        k = NextFreeModule();
+    } catch (const IvrError &full) {
+        MsgBox::critical(full.description() + QStringLiteral(" Nothing was placed."));
+        return false;
+    }
     VorelModule *module = m_cmVorelModule.load(k);
     m_DrawLine.Add(k, *this);
     module->Create(Type, QString::number(k));
     module->setLeft(X);
     module->setTop(Y);
     module->setVisible(true);
+    return true;
 }
 
 void frmScriptViewer::moduleMouseDown(qint16 index, Qt::MouseButton button, float x, float y)
@@ -183,15 +200,15 @@ void frmScriptViewer::RemoveModule(qint16 Index)
         } catch (const IvrError &) {
         }
     };
-    const qint16 top = m_cmVorelModule.ubound();
-    for (qint16 j = 0; j <= top; ++j) {
+    const int top = m_cmVorelModule.ubound();
+    for (int j = 0; j <= top; ++j) {
         attempt([&] {
-            const qint16 leaving = m_DrawLine.LineMatrix(Index, j);
+            const qint16 leaving = m_DrawLine.LineMatrix(Index, qint16(j));
             if (leaving > 0)
                 m_VorelDirection1.unload(leaving);
         });
         attempt([&] {
-            const qint16 entering = m_DrawLine.LineMatrix(j, Index);
+            const qint16 entering = m_DrawLine.LineMatrix(qint16(j), Index);
             if (entering != 0)
                 m_VorelDirection1.unload(entering);
         });

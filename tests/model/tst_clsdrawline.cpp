@@ -1,10 +1,13 @@
 #include "clsdrawline.h"
+
+#include "arrowplacer.h"
 #include "drawlineform.h"
 #include "ivrerror.h"
 #include "msgbox.h"
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace ivr;
@@ -55,8 +58,12 @@ private slots:
     void deleteMarksOrDropsRowAndColumn();
     void repeatedAddWipes();
     void addAboveBoundRefused();
-    void renameFollowsArrowsAndWalker_data();
-    void renameFollowsArrowsAndWalker();
+    void renameReachesTheTypesExits_data();
+    void renameReachesTheTypesExits();
+    void redrawModes_data();
+    void redrawModes();
+    void walksAtHighestIndex();
+    void cellsReadLastWrite();
     void missingArrowFailsAndCanvasRepaints();
 };
 
@@ -134,47 +141,207 @@ void tst_clsDrawLine::addAboveBoundRefused()
     QVERIFY_THROWS_EXCEPTION(IvrError, drawLine.ModuleExist(3));
 }
 
-void tst_clsDrawLine::renameFollowsArrowsAndWalker_data()
+void tst_clsDrawLine::renameReachesTheTypesExits_data()
 {
     QTest::addColumn<int>("sourceType");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<bool>("arrow");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("rename-carried-to-digit-exit") << 4 << "OnDigit7" << true << "[Billing]";
-    QTest::newRow("exit-without-arrow-kept") << 11 << "OnSuccess" << false << "[Accounts]";
-    QTest::newRow("other-types-key-never-touched") << 3 << "OnSuccess" << true << "[Accounts]";
+    QTest::addColumn<QStringList>("renamed");
+    const QStringList next{"NextModule"};
+    const QStringList digits{"OnDigit0",
+                             "OnDigit1",
+                             "OnDigit2",
+                             "OnDigit3",
+                             "OnDigit4",
+                             "OnDigit5",
+                             "OnDigit6",
+                             "OnDigit7",
+                             "OnDigit8",
+                             "OnDigit9",
+                             "OnStar",
+                             "OnHash",
+                             "OnTimeOut"};
+    const QStringList successFail{"OnSuccess", "OnFail"};
+    QTest::newRow("end-call-has-none") << 0 << QStringList();
+    QTest::newRow("connected-next-only") << 1 << next;
+    QTest::newRow("type-2-walked-as-play") << 2 << next;
+    QTest::newRow("play-next-only") << 3 << next;
+    QTest::newRow("rename-carried-to-every-digit-exit") << 4 << digits;
+    QTest::newRow("number-success-and-time-out") << 5 << QStringList{"OnSuccess", "OnTimeOut"};
+    QTest::newRow("transfer-has-none") << 6 << QStringList();
+    QTest::newRow("record-finish-only") << 7 << QStringList{"OnFinish"};
+    QTest::newRow("query-on-no-record-renamed")
+            << 8 << QStringList{"OnSuccess", "OnFail", "OnNoRecord"};
+    QTest::newRow("mail-success-and-fail") << 9 << successFail;
+    QTest::newRow("type-10-has-none") << 10 << QStringList();
+    QTest::newRow("program-both-exits-renamed") << 11 << successFail;
+    QTest::newRow("script-call-has-none") << 12 << QStringList();
+    QTest::newRow("condition-success-and-fail") << 13 << successFail;
 }
 
-void tst_clsDrawLine::renameFollowsArrowsAndWalker()
+// Every exit key of every type names the renamed module; only the keys of the
+// source's own type follow the rename.
+void tst_clsDrawLine::renameReachesTheTypesExits()
 {
     QFETCH(int, sourceType);
-    QFETCH(QString, key);
-    QFETCH(bool, arrow);
-    QFETCH(QString, expected);
-
+    QFETCH(QStringList, renamed);
+    const QStringList allExits{"NextModule",
+                               "OnDigit0",
+                               "OnDigit1",
+                               "OnDigit2",
+                               "OnDigit3",
+                               "OnDigit4",
+                               "OnDigit5",
+                               "OnDigit6",
+                               "OnDigit7",
+                               "OnDigit8",
+                               "OnDigit9",
+                               "OnStar",
+                               "OnHash",
+                               "OnTimeOut",
+                               "OnSuccess",
+                               "OnFail",
+                               "OnNoRecord",
+                               "OnFinish"};
     TestForm form;
     clsDrawLine drawLine;
     form.add(drawLine, 0, 1);
     form.add(drawLine, 1, 0, 0, 3000);
-    VorelModule *renamed = form.add(drawLine, 2, 3, 4000, 0);
+    VorelModule *target = form.add(drawLine, 2, 3, 4000, 0);
     VorelModule *source = form.add(drawLine, 3, sourceType, 4000, 3000);
-    // Another module that names the target with an arrow: the rename reaches it whatever
-    // happens to the first.
-    VorelModule *witness = form.add(drawLine, 4, 3, 8000, 3000);
-    for (qint16 i = 0; i <= 2; ++i)
-        form.VorelDirection1().load(i);
+    VorelModule *unlinked = form.add(drawLine, 4, sourceType, 8000, 3000);
+    form.VorelDirection1().load(1);
+    drawLine.setLineMatrix(3, 2, 1);
+    for (const QString &key : allExits) {
+        source->moduleData()->definition().Properties(key).setValue(QStringLiteral("[Accounts]"));
+        unlinked->moduleData()->definition().Properties(key).setValue(QStringLiteral("[Accounts]"));
+    }
 
-    source->moduleData()->definition().Properties(key).setValue(QStringLiteral("[Accounts]"));
-    witness->moduleData()->definition().setNextModule(QStringLiteral("[Accounts]"));
-    if (arrow)
-        drawLine.setLineMatrix(3, 2, 1);
-    drawLine.setLineMatrix(4, 2, 2);
-
-    renamed->moduleData()->setName(QStringLiteral("Billing"));
+    target->moduleData()->setName(QStringLiteral("Billing"));
     drawLine.RedefineModule(2, form, 1, QStringLiteral("Accounts"));
 
-    QCOMPARE(source->moduleData()->definition().Properties(key).Value().toString(), expected);
-    QCOMPARE(witness->moduleData()->definition().NextModule(), "[Billing]");
+    for (const QString &key : allExits) {
+        const QString value = source->moduleData()->definition().Properties(key).Value().toString();
+        QVERIFY2(value == (renamed.contains(key) ? "[Billing]" : "[Accounts]"), qPrintable(key));
+        // A module without an arrow to the renamed one keeps every exit.
+        QCOMPARE(unlinked->moduleData()->definition().Properties(key).Value().toString(),
+                 "[Accounts]");
+    }
+}
+
+void tst_clsDrawLine::redrawModes_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("leaving");
+    QTest::addColumn<bool>("entering");
+    QTest::newRow("mode-1-leaving-only") << 1 << true << false;
+    QTest::newRow("mode-2-entering-only") << 2 << false << true;
+    QTest::newRow("mode-3-both") << 3 << true << true;
+}
+
+void tst_clsDrawLine::redrawModes()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, leaving);
+    QFETCH(bool, entering);
+    TestForm form;
+    clsDrawLine drawLine;
+    form.add(drawLine, 0, 1);
+    form.add(drawLine, 1, 0, 0, 9000);
+    VorelModule *moved = form.add(drawLine, 2, 3, 6000, 3000);
+    VorelModule *after = form.add(drawLine, 3, 3, 12000, 600);
+    VorelModule *before = form.add(drawLine, 4, 3, 300, 6000);
+    for (qint16 k = 0; k <= 2; ++k)
+        form.VorelDirection1().load(k);
+    drawLine.setLineMatrix(2, 3, 1);
+    drawLine.setLineMatrix(4, 2, 2);
+    VorelDirection *out = form.VorelDirection1().at(1);
+    VorelDirection *in = form.VorelDirection1().at(2);
+    // Where each arrow belongs, worked out on a spare arrow.
+    VorelDirection spare(9, form.picMain());
+    ArrowPlacer::Place(moved, after, &spare);
+    const QPair<QPointF, QPointF> outEnds{spare.startPoint(), spare.endPoint()};
+    ArrowPlacer::Place(before, moved, &spare);
+    const QPair<QPointF, QPointF> inEnds{spare.startPoint(), spare.endPoint()};
+
+    drawLine.RedefineModule(2, form, mode);
+
+    QCOMPARE(out->isVisibleTo(form.picMain()), leaving);
+    QCOMPARE(in->isVisibleTo(form.picMain()), entering);
+    QCOMPARE(qMakePair(out->startPoint(), out->endPoint()) == outEnds, leaving);
+    QCOMPARE(qMakePair(in->startPoint(), in->endPoint()) == inEnds, entering);
+}
+
+void tst_clsDrawLine::walksAtHighestIndex()
+{
+    constexpr qint16 top = 32767;
+    TestForm form;
+    clsDrawLine drawLine;
+    form.add(drawLine, 0, 1);
+    form.add(drawLine, 1, 0, 0, 3000);
+    VorelModule *last = form.add(drawLine, top, 3, 6000, 3000);
+    QCOMPARE(drawLine.UpperBound(), top);
+    QCOMPARE(drawLine.LineMatrix(top, top), qint16(0));
+    for (qint16 k = 0; k <= 2; ++k)
+        form.VorelDirection1().load(k);
+    drawLine.setLineMatrix(0, top, 1);
+    drawLine.setLineMatrix(top, 1, 2);
+    form.cmVorelModule().at(0)->moduleData()->definition().setNextModule("[32767]");
+    last->moduleData()->setName(QStringLiteral("Last"));
+
+    drawLine.RedefineModule(top, form, 3, QStringLiteral("32767"));
+    QVERIFY(form.VorelDirection1().at(1)->isVisibleTo(form.picMain()));
+    QVERIFY(form.VorelDirection1().at(2)->isVisibleTo(form.picMain()));
+    QCOMPARE(form.cmVorelModule().at(0)->moduleData()->definition().NextModule(), "[Last]");
+
+    form.cmVorelModule().unload(top);
+    drawLine.Delete(top, form);
+    QCOMPARE(drawLine.UpperBound(), qint16(1));
+    QCOMPARE(drawLine.LineMatrix(0, 1), qint16(0));
+}
+
+// The matrix against a plain square one: after any mix of loads, unloads
+// and writes, every cell reads what the square matrix holds.
+void tst_clsDrawLine::cellsReadLastWrite()
+{
+    TestForm form;
+    clsDrawLine drawLine;
+    QList<QList<qint16>> square;
+    const auto resize = [&] {
+        const int size = form.cmVorelModule().ubound() + 1;
+        square.resize(size);
+        for (QList<qint16> &row : square)
+            row.resize(size, 0);
+    };
+    const auto wipe = [&](int index, qint16 value) {
+        for (int j = 0; j < square.size(); ++j)
+            square[index][j] = square[j][index] = value;
+    };
+    QRandomGenerator random(7);
+    for (int step = 0; step < 600; ++step) {
+        const int index = random.bounded(12);
+        const int action = random.bounded(4);
+        if (action == 0 && !form.cmVorelModule().exists(qint16(index))) {
+            form.add(drawLine, qint16(index), 3);
+            resize();
+            wipe(index, 0);
+        } else if (action == 1 && form.cmVorelModule().exists(qint16(index))) {
+            form.cmVorelModule().unload(qint16(index));
+            drawLine.Delete(qint16(index), form);
+            resize();
+            if (index < square.size())
+                wipe(index, -1);
+        } else if (index < square.size() && !square.isEmpty()) {
+            const int j = random.bounded(int(square.size()));
+            const qint16 value = qint16(random.bounded(1, 40));
+            drawLine.setLineMatrix(qint16(index), qint16(j), value);
+            square[index][j] = value;
+        }
+        QCOMPARE(drawLine.UpperBound(), square.size() - 1);
+        for (int i = 0; i < square.size(); ++i) {
+            for (int j = 0; j < square.size(); ++j)
+                QVERIFY2(drawLine.LineMatrix(qint16(i), qint16(j)) == square[i][j],
+                         qPrintable(QStringLiteral("step %1 cell %2,%3").arg(step).arg(i).arg(j)));
+        }
+    }
 }
 
 void tst_clsDrawLine::missingArrowFailsAndCanvasRepaints()

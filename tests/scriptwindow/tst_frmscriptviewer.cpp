@@ -7,6 +7,7 @@
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTest>
 
@@ -28,9 +29,12 @@ private slots:
     void dragMovesModuleAndArrows();
     void deletePaths_data();
     void deletePaths();
+    void standingModulesNotDeleted_data();
+    void standingModulesNotDeleted();
     void closeQuestion_data();
     void closeQuestion();
     void scrollBarArithmetic();
+    void placingAtHighestIndex();
 
 private:
     std::unique_ptr<frmScriptViewer> shownWindow();
@@ -191,6 +195,42 @@ void tst_frmScriptViewer::deletePaths()
     QCOMPARE(w->DrawLine().LineMatrix(2, 1), qint16(-1));
 }
 
+void tst_frmScriptViewer::standingModulesNotDeleted_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<bool>("fromMenu");
+    QTest::newRow("menu-delete-of-connected-silent") << 0 << true;
+    QTest::newRow("menu-delete-of-end-call-silent") << 1 << true;
+    QTest::newRow("control-request-of-connected-asks-then-keeps") << 0 << false;
+    QTest::newRow("control-request-of-end-call-asks-then-keeps") << 1 << false;
+}
+
+void tst_frmScriptViewer::standingModulesNotDeleted()
+{
+    QFETCH(int, index);
+    QFETCH(bool, fromMenu);
+    auto w = shownWindow();
+    QVERIFY(w);
+    VorelModule *m = module(*w, qint16(index));
+    m_messages->answer(QMessageBox::Yes);
+    if (fromMenu) {
+        m->setFocus();
+        QTRY_COMPARE(w->focusWidget(), m);
+        w->DeleteModule();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_messages->count(), 0);
+    } else {
+        m->deleteAction()->trigger();
+        QTRY_COMPARE(m_messages->count(), 1);
+        QCOMPARE(m_messages->lastText(),
+                 QStringLiteral("Do you want to delete module [ %1 ]").arg(m->Caption()));
+    }
+    QVERIFY(w->cmVorelModule().exists(qint16(index)));
+    QVERIFY(w->DrawLine().ModuleExist(qint16(index)));
+    QCOMPARE(w->DrawLine().LineMatrix(0, 1), qint16(1));
+    QVERIFY(w->VorelDirection1().exists(1));
+}
+
 void tst_frmScriptViewer::closeQuestion_data()
 {
     QTest::addColumn<int>("answer");
@@ -241,6 +281,32 @@ void tst_frmScriptViewer::scrollBarArithmetic()
     w.scrlHori()->setValue(150);
     w.scrlVert()->setValue(300);
     QCOMPARE(w.picMain()->pos(), QPoint(-100, -200));
+}
+
+// The one test with a full module array; its controls are bare below the
+// top, since only the walk over them matters.
+void tst_frmScriptViewer::placingAtHighestIndex()
+{
+    constexpr qint16 top = frmScriptViewer::HighestIndex;
+    frmScriptViewer w;
+    for (int k = 2; k < top; ++k)
+        w.cmVorelModule().load(qint16(k));
+    // Each control that dies with events still queued searches the whole queue.
+    const auto drain = qScopeGuard([] { QCoreApplication::sendPostedEvents(); });
+
+    QVERIFY(w.AddModule(3, 100, 100));
+    QCOMPARE(w.cmVorelModule().at(top)->Caption(), QStringLiteral("32767"));
+    QVERIFY(w.DrawLine().ModuleExist(top));
+    QCOMPARE(m_messages->count(), 0);
+
+    QVERIFY(!w.AddModule(4, 200, 300));
+    QCOMPARE(w.cmVorelModule().count(), top + 1);
+    QCOMPARE(w.cmVorelModule().at(top)->ModuleType(), 3);
+    QCOMPARE(m_messages->count(), 1);
+    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
+    QCOMPARE(m_messages->lastText(),
+             QStringLiteral("The script holds 32768 modules, the most a script window can "
+                            "hold. Nothing was placed."));
 }
 
 QTEST_MAIN(tst_frmScriptViewer)

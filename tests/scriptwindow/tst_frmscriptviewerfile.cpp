@@ -1,18 +1,72 @@
 #include "frmscriptviewer.h"
 
 #include "commondialog.h"
+#include "ivrerror.h"
 #include "messagerecorder.h"
 #include "programfolder.h"
 #include "scriptfile.h"
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
 
 #include <memory>
+
+namespace {
+
+QByteArray module(const QByteArray &name, int type, const QByteArray &definition = "{}")
+{
+    return R"({"name": ")" + name + R"(", "type": )" + QByteArray::number(type)
+           + R"(, "definition": )" + definition + "}";
+}
+
+QByteArray script(const QList<QByteArray> &modules)
+{
+    return R"({"format": "brindlewave-ivr-script", "version": 1, "modules": [)"
+           + modules.join(",\n") + "]}";
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate)
+           && file.write(bytes) == bytes.size();
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
+}
+
+const QStringList &allExits()
+{
+    static const QStringList keys{"NextModule",
+                                  "OnDigit0",
+                                  "OnDigit1",
+                                  "OnDigit2",
+                                  "OnDigit3",
+                                  "OnDigit4",
+                                  "OnDigit5",
+                                  "OnDigit6",
+                                  "OnDigit7",
+                                  "OnDigit8",
+                                  "OnDigit9",
+                                  "OnStar",
+                                  "OnHash",
+                                  "OnTimeOut",
+                                  "OnSuccess",
+                                  "OnFail",
+                                  "OnNoRecord",
+                                  "OnFinish"};
+    return keys;
+}
+
+} // namespace
 
 // The script window's open, save and run, on real files.
 class tst_frmScriptViewerFile : public QObject
@@ -26,7 +80,15 @@ private slots:
     void reopenPacksIndices();
     void reopenRebuildsOnlyItsExits_data();
     void reopenRebuildsOnlyItsExits();
-    void damagedFileKeepsCanvas();
+    void damagedFileLeavesWindowSafe_data();
+    void damagedFileLeavesWindowSafe();
+    void damageSweepNeverCrashes();
+    void folderPath_data();
+    void folderPath();
+    void oversizedScriptRefused_data();
+    void oversizedScriptRefused();
+    void saveKeepsFileItDidNotMake_data();
+    void saveKeepsFileItDidNotMake();
     void saveNameAndCaption_data();
     void saveNameAndCaption();
     void saveWhereLibraryCannotWrite_data();
@@ -38,6 +100,10 @@ private slots:
 private:
     QString fixture() const { return QStringLiteral(IVR_TEST_DATA "/every_type.ivr"); }
     QHash<QString, qint16> indices(frmScriptViewer &w); // name -> index
+    // Opens as the program does: what escapes is shown by the top-level
+    // handler and the window lives on. True when something escaped.
+    static bool openAsProgram(frmScriptViewer &w, const QString &path);
+    void checkRunner(bool started);
     void answerSave(const std::optional<QString> &name);
 
     std::unique_ptr<ProgramFolder> m_folder;
@@ -148,43 +214,397 @@ void tst_frmScriptViewerFile::reopenPacksIndices()
     QCOMPARE(at.value("5"), qint16(4));
 }
 
+bool tst_frmScriptViewerFile::openAsProgram(frmScriptViewer &w, const QString &path)
+{
+    try {
+        w.OpenScript(path);
+    } catch (const ivr::IvrError &) {
+        return true;
+    }
+    return false;
+}
+
+void tst_frmScriptViewerFile::checkRunner(bool started)
+{
+    const QString log = m_folder->file(QStringLiteral("VorelRun.log"));
+    if (started) {
+        QTRY_VERIFY(QFile::exists(log) && m_folder->runnerLog().size() == 2);
+    } else {
+        QTest::qWait(300); // a detached start would have written by now
+        QVERIFY(!QFile::exists(log));
+    }
+}
+
 void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
 {
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("to");
-    QTest::addColumn<bool>("arrow");
-    QTest::newRow("query-on-no-record-gets-no-arrow") << "Lookup"
-                                                      << "Voicemail" << false;
-    QTest::newRow("query-on-success-gets-arrow") << "Lookup"
-                                                 << "Mail" << true;
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QStringList>("arrows");
+    const QStringList next{"NextModule"};
+    const QStringList successFail{"OnSuccess", "OnFail"};
+    QTest::newRow("end-call-none") << 0 << QStringList();
+    QTest::newRow("connected-next") << 1 << next;
+    QTest::newRow("type-2-next-as-play") << 2 << next;
+    QTest::newRow("play-next") << 3 << next;
+    QTest::newRow("digits-all-thirteen") << 4 << allExits().mid(1, 13);
+    QTest::newRow("number-success-and-time-out") << 5 << QStringList{"OnSuccess", "OnTimeOut"};
+    QTest::newRow("transfer-none") << 6 << QStringList();
+    QTest::newRow("record-finish") << 7 << QStringList{"OnFinish"};
+    QTest::newRow("query-on-no-record-gets-no-arrow") << 8 << successFail;
+    QTest::newRow("mail-success-and-fail") << 9 << successFail;
+    QTest::newRow("type-10-none") << 10 << QStringList();
+    QTest::newRow("program-exits-get-no-arrow") << 11 << QStringList();
+    QTest::newRow("script-call-none") << 12 << QStringList();
+    QTest::newRow("condition-success-and-fail") << 13 << successFail;
 }
 
+// A module of the type with every exit key naming a module of its own.
 void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
 {
-    QFETCH(QString, from);
-    QFETCH(QString, to);
-    QFETCH(bool, arrow);
+    QFETCH(int, type);
+    QFETCH(QStringList, arrows);
+    const QByteArray source = type == 1 ? "Connected" : type == 0 ? "End Call" : "Source";
+    QByteArray exits;
+    QList<QByteArray> modules;
+    for (const QString &key : allExits()) {
+        exits += (exits.isEmpty() ? "" : ", ") + ("\"" + key + "\": \"[To " + key + "]\"").toUtf8();
+        modules << module(("To " + key).toUtf8(), 3);
+    }
+    modules << module(source, type, "{" + exits + "}");
+    if (type != 1)
+        modules << module("Connected", 1);
+    if (type != 0)
+        modules << module("End Call", 0);
+    const QString file = m_folder->file(QStringLiteral("exits.ivr"));
+    QVERIFY(writeFile(file, script(modules)));
+
     frmScriptViewer w;
-    w.OpenScript(fixture());
+    w.OpenScript(file);
+    QCOMPARE(m_messages->count(), 0);
     const auto at = indices(w);
-    QCOMPARE(w.DrawLine().LineMatrix(at.value(from), at.value(to)) > 0, arrow);
+    for (const QString &key : allExits()) {
+        const qint16 cell = w.DrawLine().LineMatrix(at.value(source), at.value("To " + key));
+        QVERIFY2((cell > 0) == arrows.contains(key), qPrintable(key));
+        QVERIFY(cell <= 0 || w.VorelDirection1().at(cell)->isVisibleTo(&w));
+        // The exit keeps its text whether it got an arrow or not.
+        QCOMPARE(w.cmVorelModule()
+                         .at(at.value(source))
+                         ->moduleData()
+                         ->definition()
+                         .Properties(key)
+                         .Value(),
+                 "[To " + key + "]");
+    }
 }
 
-void tst_frmScriptViewerFile::damagedFileKeepsCanvas()
+void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe_data()
 {
-    const QString file = m_folder->file(QStringLiteral("broken.ivr"));
-    QFile f(file);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write("{ nope");
-    f.close();
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("refused");    // Load reports it and gives nothing
+    QTest::addColumn<bool>("escapes");    // the open's failure reaches the top
+    QTest::addColumn<bool>("placeAfter"); // a module is placed after the open
+    QTest::addColumn<bool>("saves");
+
+    const QByteArray connected = module("Connected", 1, R"({"NextModule": "[Play]"})");
+    const QByteArray end = module("End Call", 0);
+    const QByteArray play = module("Play", 3, R"({"NextModule": "[End Call]"})");
+    const QByteArray menu = module("Menu", 4, R"({"OnDigit1": "[Play]", "OnStar": "[Menu]"})");
+    const QByteArray common = module("Common", 98);
+    const QByteArray good = script({connected, end, play, menu, common});
+    auto row = [](const char *name, const QByteArray &content, auto... v) {
+        QTestData &data = QTest::newRow(name) << content;
+        (data << ... << v);
+    };
+    row("not-json", QByteArray("{ nope"), true, false, false, true);
+    row("empty-file", QByteArray(), true, false, false, true);
+    row("truncated", good.left(good.size() / 2), true, false, false, true);
+    row("newer-version",
+        QByteArray(good).replace("\"version\": 1", "\"version\": 9"),
+        true,
+        false,
+        false,
+        true);
+    row("unknown-module-type",
+        script({connected, end, module("Odd", 77)}),
+        true,
+        false,
+        false,
+        true);
+    row("name-not-text",
+        script({connected, end, R"({"name": 5, "type": 3, "definition": {}})"}),
+        true,
+        false,
+        false,
+        true);
+    row("exit-to-absent-module-opens",
+        script({connected, end, module("Gone", 3)}),
+        false,
+        false,
+        false,
+        true);
+    row("duplicate-last-hole-at-top",
+        script({connected, end, play, menu, module("Play", 5)}),
+        false,
+        true,
+        false,
+        false);
+    row("duplicate-mid-list-hole-at-top",
+        script({play, module("Play", 7), connected, menu, end}),
+        false,
+        true,
+        false,
+        false);
+    row("duplicate-of-end-call-name",
+        script({end, connected, play, module("End Call", 3)}),
+        false,
+        true,
+        false,
+        false);
+    row("duplicate-connected-leaves-no-hole",
+        script({play, menu, module("Menu", 1)}),
+        false,
+        true,
+        false,
+        true);
+    row("duplicate-then-placed-hole-below-top",
+        script({connected, end, play, module("Play", 5)}),
+        false,
+        true,
+        true,
+        true);
+}
+
+// Whatever the file, the window lives on: Run, Save and the close question do
+// what they do for a window with a hole, never more.
+void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, refused);
+    QFETCH(bool, escapes);
+    QFETCH(bool, placeAfter);
+    QFETCH(bool, saves);
+    const QString path = m_folder->file(QStringLiteral("damaged.ivr"));
+    const QString chosen = m_folder->file(QStringLiteral("chosen.ivr"));
+    QVERIFY(writeFile(path, content));
+    answerSave(chosen);
+    frmScriptViewer w;
+    w.setWindowTitle(QStringLiteral("IVR Script 1"));
+
+    QCOMPARE(openAsProgram(w, path), escapes);
+    QCOMPARE(m_messages->count(), refused ? 1 : 0);
+    QCOMPARE(w.FileName(), escapes ? QString() : path);
+    QCOMPARE(w.windowTitle(), escapes ? QStringLiteral("IVR Script 1") : path);
+    QVERIFY(!w.Changed());
+    if (refused) {
+        QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
+        QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(1));
+    }
+    if (placeAfter)
+        QVERIFY(w.AddModule(3, 9000, 9000));
+
+    // Run: a window without a file asks, and Yes saves first.
+    m_messages->clear();
+    m_messages->answer(QMessageBox::Yes);
+    w.RunScript();
+    QCOMPARE(m_messages->count(), escapes ? 1 : 0);
+    checkRunner(!escapes || saves);
+    QCOMPARE(QFile::exists(chosen), escapes && saves);
+    if (escapes)
+        QCOMPARE(w.FileName(), chosen);
+
+    // Save, now without a dialog.
+    QCOMPARE(w.SaveScript(false), saves);
+    const auto saved = ivr::ScriptFile().Load(w.FileName());
+    QCOMPARE(saved.has_value(), saves);
+    if (saved) {
+        int withData = 0;
+        for (VorelModule *m : w.cmVorelModule())
+            withData += m->moduleData() ? 1 : 0;
+        QCOMPARE(saved->count(), withData + 1);
+    }
+
+    // The close question: Yes closes when the save fails.
+    emit w.cmVorelModule().at(0)->ModuleChanged(0);
+    m_messages->clear();
+    m_messages->answer(QMessageBox::Yes);
+    QCOMPARE(w.close(), !saves);
+    QCOMPARE(m_messages->count(), 1);
+}
+
+// The loader's kinds of damage, a sample of each, through the window: the
+// open reports, refuses or escapes, and the save and the close that follow
+// agree with what is on disk.
+void tst_frmScriptViewerFile::damageSweepNeverCrashes()
+{
+    const QList<int> types{3, 4, 5, 6, 7, 8, 9, 11, 12, 13};
+    const auto name = [](int type) {
+        return "S" + QByteArray::number(type);
+    };
+    QList<QByteArray> modules{module("Connected", 1, R"({"NextModule": "[S3]"})"),
+                              module("End Call", 0)};
+    for (int type : types) {
+        const QByteArray exits = R"({"NextModule": "[S4]", "OnDigit2": "[S3]", "OnSuccess":
+            "[End Call]", "OnFail": "[S5]", "OnTimeOut": "[S3]", "OnFinish": "[S8]"})";
+        modules << module(name(type), type, exits);
+    }
+    modules << module("Common", 98);
+    const QByteArray good = script(modules);
+    QList<QByteArray> variants;
+    for (int i = 1; i < 30; ++i)
+        variants << good.left(i * good.size() / 30);
+    QRandomGenerator random(20240611);
+    for (int i = 0; i < 40; ++i) {
+        QByteArray flipped = good;
+        flipped[random.bounded(int(flipped.size()))] = char(random.bounded(32, 127));
+        variants << flipped;
+    }
+    for (int i = 0; i < 12; ++i) {
+        // One module takes another's name: the hole lands at or below the top.
+        QList<QByteArray> renamed = modules;
+        const int from = i % 10, to = (i * 7 + 3) % 10;
+        renamed[2 + from].replace('"' + name(types[from]) + '"', '"' + name(types[to]) + '"');
+        variants << script(renamed);
+    }
+
+    const QString path = m_folder->file(QStringLiteral("damaged.ivr"));
+    const QString chosen = m_folder->file(QStringLiteral("chosen.ivr"));
+    answerSave(chosen);
+    int escaped = 0;
+    for (int i = 0; i < variants.size(); ++i) {
+        const QString variant = QStringLiteral("variant %1").arg(i);
+        QVERIFY(writeFile(path, variants[i]));
+        QFile::remove(chosen);
+        m_messages->clear();
+        frmScriptViewer w;
+        const bool escapes = openAsProgram(w, path);
+        escaped += escapes ? 1 : 0;
+        QVERIFY2(m_messages->count() <= (escapes ? 0 : 1), qPrintable(variant));
+        QVERIFY2(w.FileName() == (escapes ? QString() : path), qPrintable(variant));
+        const bool saved = w.SaveScript(false);
+        QVERIFY2(saved == ivr::ScriptFile().Load(escapes ? chosen : path).has_value(),
+                 qPrintable(variant));
+        QVERIFY2(escapes || saved, qPrintable(variant));
+        emit w.cmVorelModule().at(0)->ModuleChanged(0);
+        m_messages->answer(QMessageBox::Yes);
+        QVERIFY2(w.close() == !saved, qPrintable(variant));
+    }
+    QVERIFY(escaped >= 12);
+}
+
+void tst_frmScriptViewerFile::folderPath_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("reported");
+    QTest::newRow("trailing-slash-folder-reported-and-taken") << "scripts/" << true;
+    QTest::newRow("folder-without-slash-passed-over") << "scripts" << false;
+}
+
+void tst_frmScriptViewerFile::folderPath()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, reported);
+    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("scripts")));
+    const QString path = m_folder->file(name);
+    frmScriptViewer w;
+    w.setWindowTitle(QStringLiteral("IVR Script 1"));
+    w.OpenScript(path);
+    QCOMPARE(m_messages->count(), reported ? 1 : 0);
+    if (reported) {
+        QVERIFY2(m_messages->lastText().contains(QStringLiteral("it is a folder, not a file")),
+                 qPrintable(m_messages->lastText()));
+        QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
+    }
+    QCOMPARE(w.FileName(), reported ? path : QString());
+    QCOMPARE(w.windowTitle(), reported ? path : QStringLiteral("IVR Script 1"));
+    QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
+}
+
+void tst_frmScriptViewerFile::oversizedScriptRefused_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QString>("reason");
+    // 32,767 placed modules and the two standing ones: one index too many.
+    QTest::newRow("module-past-highest-index") << 3 << 32767 << "32769 modules";
+    // Thirteen exits each: 2,521 menus need 32,773 arrows.
+    QTest::newRow("arrow-past-highest-index") << 4 << 2521 << "32773 links";
+}
+
+void tst_frmScriptViewerFile::oversizedScriptRefused()
+{
+    QFETCH(int, type);
+    QFETCH(int, count);
+    QFETCH(QString, reason);
+    QByteArray exits;
+    for (const QString &key : allExits().mid(1, 13))
+        exits += (exits.isEmpty() ? "{" : ", ") + ("\"" + key + "\": \"[End Call]\"").toUtf8();
+    QList<QByteArray> modules{module("Connected", 1), module("End Call", 0)};
+    for (int i = 0; i < count; ++i)
+        modules << module("M" + QByteArray::number(i), type, type == 4 ? exits + "}" : "{}");
+    const QString file = m_folder->file(QStringLiteral("large.ivr"));
+    QVERIFY(writeFile(file, script(modules)));
+
     frmScriptViewer w;
     w.OpenScript(file);
     QCOMPARE(m_messages->count(), 1);
-    QCOMPARE(w.FileName(), file);
-    QCOMPARE(w.windowTitle(), file);
+    QVERIFY2(m_messages->lastText().contains(QStringLiteral("could not be opened"))
+                     && m_messages->lastText().contains(reason),
+             qPrintable(m_messages->lastText()));
+    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
     QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
-    QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(1));
-    QVERIFY(!w.Changed());
+    QCOMPARE(w.VorelDirection1().indices(), (QList<qint16>{0, 1}));
+    QCOMPARE(w.FileName(), file);
+}
+
+void tst_frmScriptViewerFile::saveKeepsFileItDidNotMake_data()
+{
+    QTest::addColumn<QString>("how");      // how the window came to name x.ivr
+    QTest::addColumn<bool>("olderBackup"); // x.ivr.bak is there already
+    QTest::addColumn<QString>("backup");   // where the old bytes are kept, or ""
+    QTest::newRow("refused-file-kept-once") << "refused" << false << "x.ivr.bak";
+    QTest::newRow("older-backup-takes-next-number") << "refused" << true << "x.ivr.bak.1";
+    QTest::newRow("loaded-file-not-kept") << "loaded" << false << "";
+    QTest::newRow("file-picked-in-dialog-not-kept") << "picked" << false << "";
+    QTest::newRow("suffix-added-names-unasked-file") << "suffixed" << false << "x.ivr.bak";
+    QTest::newRow("written-file-not-kept") << "written" << false << "";
+}
+
+void tst_frmScriptViewerFile::saveKeepsFileItDidNotMake()
+{
+    QFETCH(QString, how);
+    QFETCH(bool, olderBackup);
+    QFETCH(QString, backup);
+    const QDir dir(m_folder->path());
+    const QString target = dir.filePath(QStringLiteral("x.ivr"));
+    const QByteArray old
+            = how == "refused" ? QByteArray("{ a script of a later version") : readFile(fixture());
+    if (how != "written")
+        QVERIFY(writeFile(target, old));
+    if (olderBackup)
+        QVERIFY(writeFile(target + ".bak", "older backup"));
+
+    frmScriptViewer w;
+    if (how == "refused" || how == "loaded") {
+        w.OpenScript(target);
+    } else {
+        answerSave(how == "suffixed" ? dir.filePath(QStringLiteral("x")) : target);
+        QVERIFY(w.SaveScript(true));
+    }
+    QCOMPARE(w.FileName(), target);
+    w.AddModule(3, 5000, 5000);
+    QVERIFY(w.SaveScript(false));
+    QVERIFY(w.SaveScript(false));
+
+    QStringList expected;
+    if (olderBackup)
+        expected << "x.ivr.bak";
+    if (!backup.isEmpty())
+        expected << backup;
+    QCOMPARE(dir.entryList({"x.ivr.*"}, QDir::Files, QDir::Name), expected);
+    if (!backup.isEmpty())
+        QCOMPARE(readFile(dir.filePath(backup)), old);
+    if (olderBackup)
+        QCOMPARE(readFile(target + ".bak"), QByteArray("older backup"));
+    QVERIFY(ivr::ScriptFile().Load(target));
 }
 
 void tst_frmScriptViewerFile::saveNameAndCaption_data()

@@ -1,6 +1,6 @@
 #include "moduledata.h"
 
-#include "definitionkeys.h"
+#include "exittables.h"
 
 namespace ivr {
 
@@ -21,32 +21,6 @@ bool hasPrompt(int type)
     }
 }
 
-QStringList exitsOf(int type)
-{
-    switch (type) {
-    case 1:
-    case 2:
-    case 3:
-        return {QStringLiteral("NextModule")};
-    case 4:
-        return DefinitionKeys::exitKeys().mid(1, 13);
-    case 5:
-        return {QStringLiteral("OnSuccess"), QStringLiteral("OnTimeOut")};
-    case 7:
-        return {QStringLiteral("OnFinish")};
-    case 8:
-        return {QStringLiteral("OnSuccess"),
-                QStringLiteral("OnFail"),
-                QStringLiteral("OnNoRecord")};
-    case 9:
-    case 11:
-    case 13:
-        return {QStringLiteral("OnSuccess"), QStringLiteral("OnFail")};
-    default:
-        return {};
-    }
-}
-
 } // namespace
 
 ModuleDataPtr ModuleData::createNew(int type, const QString &name)
@@ -55,7 +29,7 @@ ModuleDataPtr ModuleData::createNew(int type, const QString &name)
     module->setModuleType(type);
     module->setName(name);
     Definition &d = module->definition();
-    for (const QString &exit : exitsOf(type))
+    for (const QString &exit : ExitTables::keys(type, ExitWalk::DialogWrites))
         d.Properties(exit).setValue(QString());
     if (hasPrompt(type)) {
         d.setisTextMsg(true);
