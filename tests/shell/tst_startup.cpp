@@ -145,26 +145,30 @@ void tst_Startup::settingsGarbageEndsWithExitCode1_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("text"); // as it stands in the store's file
+    QTest::addColumn<QString>("reason");
+    const QString word = "not a number", huge = "too large";
     QTest::newRow("word-taken-as-position") << "MainTop"
-                                            << "top of the screen";
+                                            << "top of the screen" << word;
     QTest::newRow("comma-decimal-quoted-as-empty") << "MainLeft"
-                                                   << "1,5";
+                                                   << "1,5" << word;
     QTest::newRow("nan-taken-as-number") << "MainWidth"
-                                         << "nan";
+                                         << "nan" << word;
     QTest::newRow("infinity-taken-as-number") << "MainHeight"
-                                              << "inf";
+                                              << "inf" << huge;
     QTest::newRow("pixels-beyond-int") << "MainLeft"
-                                       << "1e30";
+                                       << "1e30" << huge;
     QTest::newRow("negative-pixels-beyond-int") << "MainTop"
-                                                << "-1e12";
+                                                << "-1e12" << huge;
     QTest::newRow("word-taken-as-flag") << "ShowToolBox"
-                                        << "yes";
+                                        << "yes"
+                                        << "neither True nor False";
 }
 
 void tst_Startup::settingsGarbageEndsWithExitCode1()
 {
     QFETCH(QString, key);
     QFETCH(QString, text);
+    QFETCH(QString, reason);
     make();
     useStoreOf(*m_folder);
     const QString storeFile = m_folder->home() + "/.config/Brindlewave/IVR Script Designer.conf";
@@ -181,6 +185,7 @@ void tst_Startup::settingsGarbageEndsWithExitCode1()
     QCOMPARE(m_messages->messages().constFirst().icon, QMessageBox::Critical);
     const QString said = m_messages->lastText();
     QVERIFY2(said.contains('"' + key + '"') && said.contains('"' + text + '"'), qPrintable(said));
+    QVERIFY2(said.contains(reason), qPrintable(said));
     QFile file(storeFile);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), contents); // nothing written over it
