@@ -1,17 +1,15 @@
 #include "frmivr.h"
 #include "ui_frmivr.h"
 
+#include "answerpage.h"
 #include "calllog.h"
 #include "ivrerror.h"
 #include "msgbox.h"
 
 #include <QCloseEvent>
 #include <QDesktopServices>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 #include <QPlainTextEdit>
-#include <QStringDecoder>
+#include <QScreen>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QUrl>
@@ -55,34 +53,19 @@ QString invitation()
             .arg(address);
 }
 
-QString decodePage(QNetworkReply *reply, const QByteArray &body)
-{
-    const QString type = reply->header(QNetworkRequest::ContentTypeHeader).toString();
-    const qsizetype at = type.indexOf(QLatin1String("charset="), 0, Qt::CaseInsensitive);
-    if (at >= 0) {
-        const QString charset = type.mid(at + 8).section(QLatin1Char(';'), 0, 0).trimmed();
-        QStringDecoder decoder(charset.toLatin1().constData());
-        if (decoder.isValid())
-            return decoder.decode(body);
-    }
-    QStringDecoder fromPage = QStringDecoder::decoderForHtml(body);
-    if (fromPage.isValid())
-        return fromPage.decode(body);
-    return QString::fromUtf8(body);
-}
 } // namespace
 
 frmIVR::frmIVR(const QString &server, QWidget *parent)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
     , ui(std::make_unique<Ui::frmIVR>())
     , m_server(server.isEmpty() ? defaultServer() : server)
-    , m_network(new QNetworkAccessManager(this))
 {
     ui->setupUi(this);
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPointSizeF(8.25);
     setFont(font);
 
+    m_answer = new AnswerPage(ui->wb, this);
     ui->Label3->setText(invitation());
     ui->lblMessage->setAttribute(Qt::WA_TransparentForMouseEvents);
 
@@ -93,7 +76,6 @@ frmIVR::frmIVR(const QString &server, QWidget *parent)
     connect(ui->cmdSubmit, &QPushButton::clicked, this, &frmIVR::cmdSubmit_Click);
     connect(ui->cmdSkip, &QPushButton::clicked, this, &frmIVR::cmdSkip_Click);
     connect(ui->Label3, &QLabel::linkActivated, this, &frmIVR::Label2_Click);
-    connect(m_network, &QNetworkAccessManager::finished, this, &frmIVR::answerArrived);
 
     LoadFields();
 }
@@ -118,6 +100,33 @@ int frmIVR::exec()
     if (m_failure)
         std::rethrow_exception(std::exchange(m_failure, nullptr));
     return result;
+}
+
+void frmIVR::setAnswerTimeout(std::chrono::milliseconds timeout)
+{
+    m_answer->setTimeout(timeout);
+}
+
+void frmIVR::setVisible(bool visible)
+{
+    if (visible && !isVisible())
+        centre();
+    QDialog::setVisible(visible);
+}
+
+void frmIVR::centre()
+{
+    // Qt would place a dialog by the frame it guesses from other windows;
+    // this one has none, so the client area itself is centred on the
+    // owner's outer frame, or on the screen when there is no owner.
+    QRect area;
+    if (QWidget *owner = parentWidget() ? parentWidget()->window() : nullptr)
+        area = owner->frameGeometry();
+    else if (const QScreen *where = screen())
+        area = where->geometry();
+    if (area.isEmpty())
+        return;
+    move(area.x() + (area.width() - width()) / 2, area.y() + (area.height() - height()) / 2);
 }
 
 void frmIVR::reject() {}
@@ -253,23 +262,7 @@ void frmIVR::cmdSubmit_Click()
         return;
     }
     ui->wb->setPlainText(tr("Sending your enquiry to %1 ...").arg(m_server));
-    m_network->get(QNetworkRequest(url));
-}
-
-void frmIVR::answerArrived(QNetworkReply *reply)
-{
-    reply->deleteLater();
-    const QByteArray body = reply->readAll();
-    if (reply->error() != QNetworkReply::NoError && body.isEmpty()) {
-        ui->wb->setPlainText(tr("The enquiry could not be sent.\n\n%1").arg(reply->errorString()));
-        return;
-    }
-    const QString type = reply->header(QNetworkRequest::ContentTypeHeader).toString();
-    const QString page = decodePage(reply, body);
-    if (type.startsWith(QLatin1String("text/plain"), Qt::CaseInsensitive))
-        ui->wb->setPlainText(page);
-    else
-        ui->wb->setHtml(page);
+    m_answer->fetch(url);
 }
 
 void frmIVR::cmdSkip_Click()

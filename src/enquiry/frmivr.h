@@ -3,17 +3,17 @@
 #include <QDialog>
 #include <QString>
 
+#include <chrono>
 #include <exception>
 #include <memory>
-
-class QNetworkAccessManager;
-class QNetworkReply;
 
 namespace Ui {
 class frmIVR;
 }
 
 namespace ivr {
+
+class AnswerPage;
 
 // The contact form offered at start until the user ticks "Never show this
 // message again" and leaves with "&Hide". It checks its fields locally, sends
@@ -36,6 +36,11 @@ public:
     // A database failure while storing the flag is rethrown here, once the
     // form is down, so that it reaches the program's own failure handling.
     int exec() override;
+    void setVisible(bool visible) override;
+
+    // How long the enquiry server may stay silent before the answer pane
+    // says so.
+    void setAnswerTimeout(std::chrono::milliseconds timeout);
 
 public slots:
     // Escape would end the form without storing the flag.
@@ -53,11 +58,11 @@ private:
     void cmdSubmit_Click();
     void cmdSkip_Click();
     void Label2_Click();
-    void answerArrived(QNetworkReply *reply);
+    void centre();
 
     std::unique_ptr<Ui::frmIVR> ui;
     QString m_server;
-    QNetworkAccessManager *m_network = nullptr;
+    AnswerPage *m_answer = nullptr;
     std::exception_ptr m_failure;
     bool m_executing = false;
 };

@@ -56,6 +56,23 @@ QString userCopy(const QString &installed)
     QFile::remove(partial);
     return installed;
 }
+
+// Why the connection did not open. Nothing here opens the path: a FIFO
+// would block the opener until someone writes to it.
+QString openFailure(const QSqlDatabase &db)
+{
+    const QFileInfo info(CallLog::path());
+    QString reason;
+    if (info.isDir())
+        reason = QStringLiteral("It is a folder, not a database file.");
+    else if (info.exists() && !info.isFile())
+        reason = QStringLiteral("It is not a regular file.");
+    else if (!info.exists())
+        reason = QStringLiteral("The file does not exist.");
+    else
+        reason = db.lastError().text().trimmed();
+    return QStringLiteral("The call log \"%1\" cannot be opened: %2").arg(CallLog::path(), reason);
+}
 } // namespace
 
 QString CallLog::path()
@@ -96,13 +113,8 @@ bool CallLog::readShowRegForm()
 {
     OpenCallLog();
     QSqlDatabase db = CallLogConnection();
-    if (!db.isOpen()) {
-        const QString reason = QFileInfo(path()).isFile()
-                                       ? db.lastError().text().trimmed()
-                                       : QStringLiteral("The file does not exist.");
-        throw IvrError(
-                QStringLiteral("The call log \"%1\" cannot be opened: %2").arg(path(), reason));
-    }
+    if (!db.isOpen())
+        throw IvrError(openFailure(db));
     bool flag = false;
     {
         QSqlQuery query(db);
@@ -124,7 +136,7 @@ void CallLog::writeShowRegForm(bool value)
     OpenCallLog();
     QSqlDatabase db = CallLogConnection();
     if (!db.isOpen())
-        throw IvrError(QStringLiteral("The call log \"%1\" cannot be opened.").arg(path()));
+        throw IvrError(openFailure(db));
     QString message;
     {
         QSqlQuery query(db);

@@ -17,6 +17,7 @@
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QTabWidget>
+#include <QTemporaryFile>
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
@@ -61,6 +62,19 @@ const char *const kTopics[] = {
         "bdw_d_scripts.htm",
         "bdw_d_wavefiles.htm",
 };
+
+QString cacheFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+}
+
+bool canWriteIn(const QString &folder)
+{
+    if (!QDir().mkpath(folder))
+        return false;
+    QTemporaryFile probe(folder + QStringLiteral("/write-test-XXXXXX"));
+    return probe.open();
+}
 
 } // namespace
 
@@ -128,7 +142,7 @@ void HelpWindow::setUpEngine()
     const QString ns = QHelpEngineCore::namespaceName(file);
     if (ns.isEmpty())
         return;
-    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString cache = cacheFolder();
     QDir().mkpath(cache);
     auto *engine = new QHelpEngine(cache + QStringLiteral("/BdwIVRS.qhc"), this);
     // The collection is ours to fill: a read-only engine refuses to register.
@@ -191,6 +205,18 @@ void HelpWindow::setUpEngine()
 
 void HelpWindow::showMissing()
 {
+    // A help file that is there and readable failed in the cache folder,
+    // where the collection and the search index are made.
+    const bool fileReadable = !g_helpFile.isEmpty() && QFileInfo(g_helpFile).isReadable()
+                              && !QHelpEngineCore::namespaceName(g_helpFile).isEmpty();
+    if (fileReadable && !canWriteIn(cacheFolder())) {
+        m_browser->setHtml(QStringLiteral("<h2>Help is not available</h2><p>The help needs a "
+                                          "cache folder it can write to, and <b>%1</b> cannot "
+                                          "be written. Make it writable and start the program "
+                                          "again.</p>")
+                                   .arg(QDir::toNativeSeparators(cacheFolder()).toHtmlEscaped()));
+        return;
+    }
     const QString file = g_helpFile.isEmpty() ? QStringLiteral("BdwIVRS.qch") : g_helpFile;
     m_browser->setHtml(QStringLiteral("<h2>Help is not available</h2><p>The help file "
                                       "<b>%1</b> could not be found or read. Reinstall the "

@@ -1,26 +1,61 @@
 #include "mainsettings.h"
 
 #include "ivrerror.h"
+#include "msgbox.h"
 
+#include <QDir>
+#include <QFile>
 #include <QSettings>
 
 #include <charconv>
+#include <cmath>
 
 namespace ivr {
 
 namespace {
 
+// The line "key=text" of the store's own file, for a value the store has
+// turned into something other than text.
+QString rawText(const QSettings &store, const QString &key)
+{
+    QFile file(store.fileName());
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return {};
+    bool inGroup = false;
+    const QString section = QLatin1Char('[') + store.group() + QLatin1Char(']');
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.startsWith(QLatin1Char('[')))
+            inGroup = line == section;
+        else if (inGroup && line.section(QLatin1Char('='), 0, 0).trimmed() == key)
+            return line.section(QLatin1Char('='), 1).trimmed();
+    }
+    return {};
+}
+
 QString stored(QSettings &store, const QString &key, const QString &fallback)
 {
-    return store.value(key, fallback).toString();
+    const QVariant value = store.value(key, fallback);
+    // The native store reads "1,5" as a list and "@Rect(...)" as a rectangle:
+    // whatever it made of the text, the text itself is what the user wrote.
+    if (value.typeId() == QMetaType::QString)
+        return value.toString();
+    return rawText(store, key);
 }
 
 float toFloat(const QString &key, const QString &text)
 {
     bool ok = false;
-    const float value = text.trimmed().toFloat(&ok);
-    if (!ok)
+    const double number = text.trimmed().toDouble(&ok);
+    if (!ok || std::isnan(number))
         throw IvrError(QStringLiteral("The setting \"%1\" holds \"%2\", which is not a number.")
+                               .arg(key, text));
+    // Twips become whole pixels for the window: a value whose pixels do not
+    // fit the window system's coordinates is as unusable as a word.
+    const float value = float(number);
+    if (!(std::fabs(value / 15.0f) < 2147483648.0f))
+        throw IvrError(QStringLiteral("The setting \"%1\" holds \"%2\", which is too large for "
+                                      "a window position or size.")
                                .arg(key, text));
     return value;
 }
@@ -70,7 +105,7 @@ void MainSettings::read()
     ShowToolBox = toBool("ShowToolBox", stored(store, "ShowToolBox", boolText(ShowToolBox)));
 }
 
-void MainSettings::write(bool minimized) const
+bool MainSettings::write(bool minimized) const
 {
     QSettings store(organisation(), application());
     store.beginGroup(group());
@@ -84,6 +119,15 @@ void MainSettings::write(bool minimized) const
     store.setValue("ShowStatusBar", boolText(ShowStatusBar));
     store.setValue("ShowToolBox", boolText(ShowToolBox));
     store.sync();
+    if (store.status() == QSettings::NoError)
+        return true;
+    // The program is on its way out: this is the last chance to say that the
+    // next start will not find the window as it was left.
+    MsgBox::show(QStringLiteral("The settings could not be saved to \"%1\". The window's "
+                                "position, size and bars will be as before at the next start.")
+                         .arg(QDir::toNativeSeparators(store.fileName())),
+                 QMessageBox::Warning);
+    return false;
 }
 
 } // namespace ivr

@@ -19,11 +19,13 @@ public:
     bool ShowStatusBar = true;
     bool ShowToolBox = true;
 
-    // Text in the store that is neither a number nor a Boolean is not
-    // guessed at: it throws ivr::IvrError naming the key and the text.
+    // Text in the store that is neither a number nor a Boolean, or a number
+    // whose pixels the window system cannot take, is not guessed at: it
+    // throws ivr::IvrError naming the key and the text.
     void read();
     // The geometry is left as the store holds it when the window is minimized.
-    void write(bool minimized) const;
+    // A store that cannot be written is said in a warning; false then.
+    bool write(bool minimized) const;
 
     static QString organisation() { return QStringLiteral("Brindlewave"); }
     static QString application() { return QStringLiteral("IVR Script Designer"); }

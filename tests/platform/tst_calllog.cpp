@@ -8,6 +8,8 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace ivr;
 using Flags = ProgramFolder::Options::Flags;
 
@@ -23,6 +25,8 @@ private slots:
     void installedFolderWrittenThroughUserCopy();
     void brokenInstallationIsNamedAndNotCopied_data();
     void brokenInstallationIsNamedAndNotCopied();
+    void databaseThatIsNoFileSaysWhatItIs_data();
+    void databaseThatIsNoFileSaysWhatItIs();
 };
 
 namespace {
@@ -114,6 +118,33 @@ void tst_CallLog::brokenInstallationIsNamedAndNotCopied()
                  qPrintable(error.description()));
     }
     QCOMPARE(QDir(userDataFolder()).entryList(QDir::Files), QStringList());
+}
+
+void tst_CallLog::databaseThatIsNoFileSaysWhatItIs_data()
+{
+    QTest::addColumn<bool>("fifo");
+    QTest::addColumn<QString>("said");
+    QTest::newRow("folder-called-missing") << false << "is a folder, not a database file";
+    // Opening a FIFO would wait for a writer that never comes.
+    QTest::newRow("fifo-called-missing-or-blocking") << true << "is not a regular file";
+}
+
+void tst_CallLog::databaseThatIsNoFileSaysWhatItIs()
+{
+    QFETCH(bool, fifo);
+    QFETCH(QString, said);
+    ProgramFolder folder({Flags::NoDatabase});
+    const QByteArray path = QFile::encodeName(folder.file("CallLog.db"));
+    QCOMPARE(fifo ? mkfifo(path.constData(), 0600) : mkdir(path.constData(), 0700), 0);
+    for (int write = 0; write < 2; ++write) {
+        try {
+            write ? CallLog::writeShowRegForm(true) : void(CallLog::readShowRegForm());
+            QFAIL("the call log was taken for a database");
+        } catch (const IvrError &error) {
+            QVERIFY2(error.description().contains(said), qPrintable(error.description()));
+            QVERIFY(error.description().contains(folder.file("CallLog.db")));
+        }
+    }
 }
 
 QTEST_MAIN(tst_CallLog)

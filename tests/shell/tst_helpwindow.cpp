@@ -3,6 +3,7 @@
 #include "shelltesting.h"
 
 #include <QFile>
+#include <QStandardPaths>
 #include <QtTest>
 
 using namespace shelltesting;
@@ -28,6 +29,7 @@ private slots:
     void bothEntriesOpenTheDesignerTopic_data();
     void bothEntriesOpenTheDesignerTopic();
     void missingHelpFileIsSaidInTheWindow();
+    void unwritableCacheIsSaidInTheWindow();
 
 private:
     std::unique_ptr<ProgramFolder> m_folder;
@@ -74,6 +76,23 @@ void tst_HelpWindow::missingHelpFileIsSaidInTheWindow()
     QVERIFY(!help->helpFound());
     QVERIFY(help->pageText().contains("could not be found"));
     QVERIFY(frame->isVisible());
+}
+
+void tst_HelpWindow::unwritableCacheIsSaidInTheWindow()
+{
+    // The cache folder would lie under a regular file.
+    const QString blocked = m_folder->file("blocked");
+    QVERIFY(QFile(blocked).open(QIODevice::WriteOnly));
+    qputenv("XDG_CACHE_HOME", QFile::encodeName(blocked + "/cache"));
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    QVERIFY(cache.startsWith(blocked));
+    ivr::HelpWindow::setHelpFile(m_folder->file("BdwIVRS.qch"));
+    ivr::HelpWindow *help = ivr::HelpWindow::instance();
+    help->showTopic("bdw_d_designer.htm");
+    QVERIFY(!help->helpFound());
+    const QString page = help->pageText();
+    QVERIFY2(page.contains(cache) && page.contains("cannot be written"), qPrintable(page));
+    QVERIFY(!page.contains("could not be found"));
 }
 
 QTEST_MAIN(tst_HelpWindow)

@@ -2,7 +2,9 @@
 #include "messagerecorder.h"
 #include "shelltesting.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
@@ -31,7 +33,9 @@ private slots:
     void enquiryFollowsTheFlag_data();
     void enquiryFollowsTheFlag();
     void missingCallLogEndsTheStart();
+    void settingsGarbageEndsWithExitCode1_data();
     void settingsGarbageEndsWithExitCode1();
+    void unwritableSettingsSaidAtExit();
 
 private:
     void make(Flags flags = Flags::Hidden)
@@ -137,16 +141,70 @@ void tst_Startup::missingCallLogEndsTheStart()
     QVERIFY(!QFile::exists(m_folder->file("CallLog.db"))); // not made by the attempt
 }
 
+void tst_Startup::settingsGarbageEndsWithExitCode1_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text"); // as it stands in the store's file
+    QTest::addColumn<QString>("reason");
+    const QString word = "not a number", huge = "too large";
+    QTest::newRow("word-taken-as-position") << "MainTop"
+                                            << "top of the screen" << word;
+    QTest::newRow("comma-decimal-quoted-as-empty") << "MainLeft"
+                                                   << "1,5" << word;
+    QTest::newRow("nan-taken-as-number") << "MainWidth"
+                                         << "nan" << word;
+    QTest::newRow("infinity-taken-as-number") << "MainHeight"
+                                              << "inf" << huge;
+    QTest::newRow("pixels-beyond-int") << "MainLeft"
+                                       << "1e30" << huge;
+    QTest::newRow("negative-pixels-beyond-int") << "MainTop"
+                                                << "-1e12" << huge;
+    QTest::newRow("word-taken-as-flag") << "ShowToolBox"
+                                        << "yes"
+                                        << "neither True nor False";
+}
+
 void tst_Startup::settingsGarbageEndsWithExitCode1()
 {
+    QFETCH(QString, key);
+    QFETCH(QString, text);
+    QFETCH(QString, reason);
     make();
     useStoreOf(*m_folder);
-    putStored("MainTop", "top of the screen");
+    const QString storeFile = m_folder->home() + "/.config/Brindlewave/IVR Script Designer.conf";
+    QVERIFY(QDir().mkpath(QFileInfo(storeFile).path()));
+    const QByteArray contents = "[Settings]\n" + key.toUtf8() + '=' + text.toUtf8() + '\n';
+    {
+        QFile file(storeFile);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+    }
     QCOMPARE(ivr::Startup::Main({}), 1);
     QVERIFY(!frmAppMain::existing());
+    QCOMPARE(m_messages->count(), 1);
+    QCOMPARE(m_messages->messages().constFirst().icon, QMessageBox::Critical);
     const QString said = m_messages->lastText();
-    QVERIFY2(said.contains("MainTop") && said.contains("top of the screen"), qPrintable(said));
-    QCOMPARE(stored("MainTop"), QStringLiteral("top of the screen")); // nothing written over it
+    QVERIFY2(said.contains('"' + key + '"') && said.contains('"' + text + '"'), qPrintable(said));
+    QVERIFY2(said.contains(reason), qPrintable(said));
+    QFile file(storeFile);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), contents); // nothing written over it
+}
+
+void tst_Startup::unwritableSettingsSaidAtExit()
+{
+    make();
+    // The store's folder would lie under a regular file.
+    const QString blocked = m_folder->file("blocked");
+    QVERIFY(QFile(blocked).open(QIODevice::WriteOnly));
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, blocked + "/config");
+    QVERIFY(ivr::Startup::Main({}) == 0 && frmAppMain::existing());
+    QCOMPARE(m_messages->count(), 0);
+    QVERIFY(closeFrame());
+    QCOMPARE(m_messages->count(), 1);
+    QCOMPARE(m_messages->messages().constFirst().icon, QMessageBox::Warning);
+    QVERIFY2(m_messages->lastText().contains(blocked + "/config"),
+             qPrintable(m_messages->lastText()));
 }
 
 QTEST_MAIN(tst_Startup)
