@@ -94,76 +94,90 @@ void frmAppMain::setStatusText(const QString &text)
     m_statusBar->setPanelText(text);
 }
 
-QAction *frmAppMain::command(const QString &name) const
+QAction *frmAppMain::makeAction(const char *name,
+                                const QString &caption,
+                                void (frmAppMain::*click)(),
+                                const QKeySequence &shortcut)
 {
-    const auto found = m_commands.find(name);
-    return found == m_commands.end() ? nullptr : found->second;
+    auto *action = new QAction(caption, this);
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(shortcut);
+    if (click)
+        connect(action, &QAction::triggered, this, click);
+    return action;
 }
 
-QAction *
-frmAppMain::makeAction(const QString &name, const QString &text, void (frmAppMain::*slot)())
+QAction *frmAppMain::makeSeparator(const char *name)
 {
-    auto *action = new QAction(text, this);
-    action->setObjectName(name);
-    m_commands.emplace(name, action);
-    if (slot)
-        connect(action, &QAction::triggered, this, [this, slot] { (this->*slot)(); });
-    return action;
+    auto *separator = new QAction(this);
+    separator->setObjectName(QLatin1String(name));
+    separator->setSeparator(true);
+    return separator;
 }
 
 void frmAppMain::createActions()
 {
-    makeAction("mnuFileNew", "&New", &frmAppMain::mnuFileNew_Click)
-            ->setShortcut(Qt::CTRL | Qt::Key_N);
-    makeAction("mnuFileOpen", "&Open...", &frmAppMain::mnuFileOpen_Click)
-            ->setShortcut(Qt::CTRL | Qt::Key_O);
-    makeAction("mnuFileClose", "&Close", &frmAppMain::mnuFileClose_Click);
-    makeAction("mnuFileSave", "&Save", &frmAppMain::mnuFileSave_Click)
-            ->setShortcut(Qt::CTRL | Qt::Key_S);
-    makeAction("mnuFileSaveAs", "Save &As...", &frmAppMain::mnuFileSaveAs_Click);
-    makeAction("mnuFileProperties", "Propert&ies", &frmAppMain::mnuFileProperties_Click);
-    makeAction("mnuFileExit", "E&xit", &frmAppMain::mnuFileExit_Click);
-    makeAction("mnuEditProperty", "&Property", &frmAppMain::mnuEditProperty_Click);
-    makeAction("mnuEditDelete", "&Delete", &frmAppMain::mnuEditDelete_Click);
-    makeAction("mnuViewToolbar", "&Toolbar", &frmAppMain::mnuViewToolbar_Click)->setCheckable(true);
-    makeAction("mnuViewToolBox", "Tool&box", &frmAppMain::mnuViewToolBox_Click)->setCheckable(true);
-    makeAction("mnuViewStatusBar", "&Status Bar", &frmAppMain::mnuViewStatusBar_Click)
-            ->setCheckable(true);
-    makeAction("mnuWindowNewWindow", "&New Window", &frmAppMain::mnuFileNew_Click);
-    makeAction("mnuWindowCascade", "&Cascade", nullptr);
-    makeAction("mnuWindowTileHorizontal", "Tile &Horizontal", nullptr);
-    makeAction("mnuWindowTileVertical", "Tile &Vertical", nullptr);
-    makeAction("mnuWindowArrangeIcons", "&Arrange Icons", nullptr);
-    const char *const arrangements[] = {"mnuWindowCascade",
-                                        "mnuWindowTileHorizontal",
-                                        "mnuWindowTileVertical",
-                                        "mnuWindowArrangeIcons"};
-    for (int style = 0; style < 4; ++style) {
-        connect(command(arrangements[style]), &QAction::triggered, this, [this, style] {
-            ivr::MdiArranger::arrange(m_mdi, style);
-        });
-    }
-    makeAction("mnuHelpContents", "&Contents", &frmAppMain::mnuHelpContents_Click);
-    makeAction(
+    using Keys = QKeySequence;
+    m_mnuFileNew = makeAction("mnuFileNew", "&New", &frmAppMain::mnuFileNew_Click, Keys::New);
+    m_mnuFileOpen
+            = makeAction("mnuFileOpen", "&Open...", &frmAppMain::mnuFileOpen_Click, Keys::Open);
+    m_mnuFileClose = makeAction("mnuFileClose", "&Close", &frmAppMain::mnuFileClose_Click);
+    m_mnuFileSave = makeAction("mnuFileSave", "&Save", &frmAppMain::mnuFileSave_Click, Keys::Save);
+    m_mnuFileSaveAs = makeAction("mnuFileSaveAs", "Save &As...", &frmAppMain::mnuFileSaveAs_Click);
+    m_mnuFileProperties
+            = makeAction("mnuFileProperties", "Propert&ies", &frmAppMain::mnuFileProperties_Click);
+    m_mnuFileExit = makeAction("mnuFileExit", "E&xit", &frmAppMain::mnuFileExit_Click);
+    m_mnuEditProperty
+            = makeAction("mnuEditProperty", "&Property", &frmAppMain::mnuEditProperty_Click);
+    m_mnuEditDelete = makeAction("mnuEditDelete", "&Delete", &frmAppMain::mnuEditDelete_Click);
+    m_mnuViewToolbar = makeAction("mnuViewToolbar", "&Toolbar", &frmAppMain::mnuViewToolbar_Click);
+    m_mnuViewToolBox = makeAction("mnuViewToolBox", "Tool&box", &frmAppMain::mnuViewToolBox_Click);
+    m_mnuViewStatusBar
+            = makeAction("mnuViewStatusBar", "&Status Bar", &frmAppMain::mnuViewStatusBar_Click);
+    for (QAction *view : {m_mnuViewToolbar, m_mnuViewToolBox, m_mnuViewStatusBar})
+        view->setCheckable(true);
+    m_mnuWindowNewWindow
+            = makeAction("mnuWindowNewWindow", "&New Window", &frmAppMain::mnuFileNew_Click);
+    m_mnuWindowCascade
+            = makeAction("mnuWindowCascade", "&Cascade", &frmAppMain::mnuWindowCascade_Click);
+    m_mnuWindowTileHorizontal = makeAction("mnuWindowTileHorizontal",
+                                           "Tile &Horizontal",
+                                           &frmAppMain::mnuWindowTileHorizontal_Click);
+    m_mnuWindowTileVertical = makeAction(
+            "mnuWindowTileVertical", "Tile &Vertical", &frmAppMain::mnuWindowTileVertical_Click);
+    m_mnuWindowArrangeIcons = makeAction(
+            "mnuWindowArrangeIcons", "&Arrange Icons", &frmAppMain::mnuWindowArrangeIcons_Click);
+    m_mnuHelpContents
+            = makeAction("mnuHelpContents", "&Contents", &frmAppMain::mnuHelpContents_Click);
+    m_mnuHelpSearchForHelpOn = makeAction(
             "mnuHelpSearchForHelpOn", "&Search For Help On...", &frmAppMain::mnuHelpContents_Click);
-    makeAction("mnuHelpAbout", "&About ", &frmAppMain::mnuHelpAbout_Click);
-    makeAction("cmdMain4", "Show Property", &frmAppMain::cmdMain4_Click);
-    makeAction("cmdMain5", "Run Script", &frmAppMain::cmdMain5_Click);
+    m_mnuHelpAbout = makeAction("mnuHelpAbout", "&About ", &frmAppMain::mnuHelpAbout_Click);
+
+    // F1 has no menu entry: it opens the frame's own help context.
+    QAction *helpKey = makeAction("helpKey", {}, nullptr, Keys::HelpContents);
+    connect(helpKey, &QAction::triggered, this, [this] { showHelpContext(1); });
+    addAction(helpKey);
 
     // The toolbar shares the menu's actions; the button shows the tool tip.
-    const char *const toolbar[][2] = {{"mnuFileNew", "Add New Script"},
-                                      {"mnuFileOpen", "Open Existing Script"},
-                                      {"mnuFileSave", "Save Changes"},
-                                      {"mnuEditDelete", "Delete"},
-                                      {"cmdMain4", "Show Property"},
-                                      {"cmdMain5", "Run Script"},
-                                      {"mnuFileExit", "Exit"}};
+    m_cmdMain = {m_mnuFileNew,
+                 m_mnuFileOpen,
+                 m_mnuFileSave,
+                 m_mnuEditDelete,
+                 makeAction("cmdMain4", "Show Property", &frmAppMain::cmdMain4_Click),
+                 makeAction("cmdMain5", "Run Script", &frmAppMain::cmdMain5_Click),
+                 m_mnuFileExit};
+    const char *const tips[] = {"Add New Script",
+                                "Open Existing Script",
+                                "Save Changes",
+                                "Delete",
+                                "Show Property",
+                                "Run Script",
+                                "Exit"};
     for (int index = 0; index < 7; ++index) {
-        QAction *action = command(toolbar[index][0]);
-        action->setToolTip(toolbar[index][1]);
+        QAction *action = cmdMain(index);
+        action->setToolTip(QLatin1String(tips[index]));
         action->setIcon(ivr::ShellIcons::toolbar(index));
         action->setIconVisibleInMenu(false);
-        m_commands.emplace(QStringLiteral("cmdMain%1").arg(index), action);
     }
 
     m_mnuWaveFiles = new QAction(QStringLiteral("&Wave Files"), this);
@@ -176,48 +190,42 @@ void frmAppMain::createMenus()
 {
     QMenuBar *bar = menuBar();
     bar->setAccessibleName(QStringLiteral("Menu bar"));
-    auto addMenu = [bar](const char *name,
-                         const QString &caption,
-                         std::initializer_list<QAction *> entries) {
-        QMenu *menu = bar->addMenu(caption);
-        menu->setObjectName(QString::fromLatin1(name));
-        for (QAction *entry : entries) {
-            if (entry)
-                menu->addAction(entry);
-            else
-                menu->addSeparator();
-        }
-        return menu;
-    };
-    auto c = [this](const char *name) {
-        return command(QString::fromLatin1(name));
-    };
+    auto addMenu
+            = [bar](const char *name, const QString &caption, const QList<QAction *> &entries) {
+                  QMenu *menu = bar->addMenu(caption);
+                  menu->setObjectName(QLatin1String(name));
+                  menu->addActions(entries);
+                  return menu;
+              };
     addMenu("mnuFile",
             "&File",
-            {c("mnuFileNew"),
-             c("mnuFileOpen"),
-             c("mnuFileClose"),
-             nullptr,
-             c("mnuFileSave"),
-             c("mnuFileSaveAs"),
-             nullptr,
-             c("mnuFileProperties"),
-             nullptr,
-             c("mnuFileExit")});
-    addMenu("mnuEdit", "&Edit", {c("mnuEditProperty"), nullptr, c("mnuEditDelete")});
-    addMenu("mnuView", "&View", {c("mnuViewToolbar"), c("mnuViewToolBox"), c("mnuViewStatusBar")});
+            {m_mnuFileNew,
+             m_mnuFileOpen,
+             m_mnuFileClose,
+             makeSeparator("mnuFileBar0"),
+             m_mnuFileSave,
+             m_mnuFileSaveAs,
+             makeSeparator("mnuFileBar1"),
+             m_mnuFileProperties,
+             makeSeparator("mnuFileBar2"),
+             m_mnuFileExit});
+    addMenu("mnuEdit", "&Edit", {m_mnuEditProperty, makeSeparator("mnusap"), m_mnuEditDelete});
+    addMenu("mnuView", "&View", {m_mnuViewToolbar, m_mnuViewToolBox, m_mnuViewStatusBar});
     m_mnuWindow = addMenu("mnuWindow",
                           "&Window",
-                          {c("mnuWindowNewWindow"),
-                           nullptr,
-                           c("mnuWindowCascade"),
-                           c("mnuWindowTileHorizontal"),
-                           c("mnuWindowTileVertical"),
-                           c("mnuWindowArrangeIcons")});
+                          {m_mnuWindowNewWindow,
+                           makeSeparator("mnuWindowBar0"),
+                           m_mnuWindowCascade,
+                           m_mnuWindowTileHorizontal,
+                           m_mnuWindowTileVertical,
+                           m_mnuWindowArrangeIcons});
     connect(m_mnuWindow, &QMenu::aboutToShow, this, &frmAppMain::fillWindowMenu);
     addMenu("mnuHelp",
             "&Help",
-            {c("mnuHelpContents"), c("mnuHelpSearchForHelpOn"), nullptr, c("mnuHelpAbout")});
+            {m_mnuHelpContents,
+             m_mnuHelpSearchForHelpOn,
+             makeSeparator("mnuHelpBar0"),
+             m_mnuHelpAbout});
 
     // The canvas's popup, never in the bar. Its entries' clicks belong to
     // whichever script window is active.
@@ -267,7 +275,7 @@ void frmAppMain::createToolBars()
     m_toolBar->setFloatable(false);
     m_toolBar->setIconSize(QSize(42, 42));
     for (int index = 0; index < 7; ++index) {
-        QAction *action = command(QStringLiteral("cmdMain%1").arg(index));
+        QAction *action = cmdMain(index);
         m_toolBar->addAction(action);
         if (QWidget *button = m_toolBar->widgetForAction(action)) {
             button->setObjectName(QStringLiteral("cmdMain%1").arg(index));
@@ -328,9 +336,9 @@ void frmAppMain::load()
     settings.read();
     move(qRound(settings.MainLeft / TwipsPerPixel), qRound(settings.MainTop / TwipsPerPixel));
     resize(qRound(settings.MainWidth / TwipsPerPixel), qRound(settings.MainHeight / TwipsPerPixel));
-    command("mnuViewToolbar")->setChecked(settings.ShowToolBar);
-    command("mnuViewStatusBar")->setChecked(settings.ShowStatusBar);
-    command("mnuViewToolBox")->setChecked(settings.ShowToolBox);
+    m_mnuViewToolbar->setChecked(settings.ShowToolBar);
+    m_mnuViewStatusBar->setChecked(settings.ShowStatusBar);
+    m_mnuViewToolBox->setChecked(settings.ShowToolBox);
     m_toolboxBar->setVisible(settings.ShowToolBox);
     m_statusBar->setVisible(settings.ShowStatusBar);
     m_toolBar->setVisible(settings.ShowToolBar);
@@ -354,9 +362,9 @@ void frmAppMain::unload()
     settings.MainTop = float(pos().y()) * TwipsPerPixel;
     settings.MainWidth = float(width()) * TwipsPerPixel;
     settings.MainHeight = float(height()) * TwipsPerPixel;
-    settings.ShowToolBar = command("mnuViewToolbar")->isChecked();
-    settings.ShowStatusBar = command("mnuViewStatusBar")->isChecked();
-    settings.ShowToolBox = command("mnuViewToolBox")->isChecked();
+    settings.ShowToolBar = m_mnuViewToolbar->isChecked();
+    settings.ShowStatusBar = m_mnuViewStatusBar->isChecked();
+    settings.ShowToolBox = m_mnuViewToolBox->isChecked();
     settings.write(isMinimized());
 }
 
@@ -388,6 +396,9 @@ frmScriptViewer *frmAppMain::NewScriptWindow()
     viewer->setWindowTitle(QStringLiteral("IVR Script %1").arg(m_ScriptWindowCount));
     QMdiSubWindow *child = m_mdi->addSubWindow(viewer);
     child->setAttribute(Qt::WA_DeleteOnClose);
+    // Every new window starts at the size it was laid out at, which is also
+    // what a restore brings back to the window that starts maximized.
+    child->resize(child->sizeHint());
     viewer->show();
     m_mdi->setActiveSubWindow(child);
     return viewer;
@@ -423,7 +434,9 @@ void frmAppMain::mnuFileOpen_Click()
     m_dlgCommonDialog.CancelError = false;
     m_dlgCommonDialog.Filter = QStringLiteral("Brindlewave IVR Script (*.") + extension
                                + QStringLiteral(") |*.") + extension;
-    m_dlgCommonDialog.Flags = 0x81014;
+    using Dialog = ivr::CommonDialog;
+    m_dlgCommonDialog.Flags
+            = Dialog::Explorer | Dialog::FileMustExist | Dialog::ShowHelp | Dialog::HideReadOnly;
     m_dlgCommonDialog.FileName.clear();
     m_dlgCommonDialog.ShowOpen(this);
     if (m_dlgCommonDialog.FileName.isEmpty())
@@ -499,17 +512,37 @@ void frmAppMain::cmdMain5_Click()
 // The check mark has been inverted by the action itself.
 void frmAppMain::mnuViewToolbar_Click()
 {
-    m_toolBar->setVisible(command("mnuViewToolbar")->isChecked());
+    m_toolBar->setVisible(m_mnuViewToolbar->isChecked());
 }
 
 void frmAppMain::mnuViewToolBox_Click()
 {
-    m_toolboxBar->setVisible(command("mnuViewToolBox")->isChecked());
+    m_toolboxBar->setVisible(m_mnuViewToolBox->isChecked());
 }
 
 void frmAppMain::mnuViewStatusBar_Click()
 {
-    m_statusBar->setVisible(command("mnuViewStatusBar")->isChecked());
+    m_statusBar->setVisible(m_mnuViewStatusBar->isChecked());
+}
+
+void frmAppMain::mnuWindowCascade_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::Cascade);
+}
+
+void frmAppMain::mnuWindowTileHorizontal_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::TileHorizontal);
+}
+
+void frmAppMain::mnuWindowTileVertical_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::TileVertical);
+}
+
+void frmAppMain::mnuWindowArrangeIcons_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::ArrangeIcons);
 }
 
 void frmAppMain::mnuHelpContents_Click()
@@ -534,7 +567,7 @@ void frmAppMain::showHelpTopic(const QString &topic)
         return;
     }
     try {
-        ivr::HelpWindow::instance()->showTopic(topic);
+        ivr::HelpWindow::instance(this)->showTopic(topic);
     } catch (const ivr::IvrError &error) {
         ivr::MsgBox::show(error.description());
     }
