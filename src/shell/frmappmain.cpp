@@ -181,9 +181,6 @@ frmScriptViewer *frmAppMain::NewScriptWindow()
     viewer->setWindowTitle(QStringLiteral("IVR Script %1").arg(m_ScriptWindowCount));
     QMdiSubWindow *child = m_mdi->addSubWindow(viewer);
     child->setAttribute(Qt::WA_DeleteOnClose);
-    // Every new window starts at the size it was laid out at, which is also
-    // what a restore brings back to the window that starts maximized.
-    child->resize(child->sizeHint());
     viewer->show();
     m_mdi->setActiveSubWindow(child);
     return viewer;
