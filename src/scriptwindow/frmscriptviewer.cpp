@@ -308,10 +308,19 @@ void frmScriptViewer::setScriptMenuAttached(bool attached)
                 = connect(property, &QAction::triggered, this, &frmScriptViewer::editCommonModule);
 }
 
+QSize frmScriptViewer::sizeHint() const
+{
+    // The client area as laid out; the MDI area sizes new, restored and
+    // cascaded windows from it.
+    return {Twips::toPixels(8025), Twips::toPixels(6300)};
+}
+
 void frmScriptViewer::mouseMoveEvent(QMouseEvent *event)
 {
     QWidget::mouseMoveEvent(event);
-    ScreenPointer::set(ScreenPointer::Default);
+    // Only moves over the window itself, not those its children pass on.
+    if (!childAt(event->position().toPoint()))
+        ScreenPointer::set(ScreenPointer::Default);
 }
 
 void frmScriptViewer::closeEvent(QCloseEvent *event)

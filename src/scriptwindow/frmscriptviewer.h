@@ -91,6 +91,8 @@ public:
     QScrollBar *scrlVert() const { return m_scrlVert; }
     QScrollBar *scrlHori() const { return m_scrlHori; }
 
+    QSize sizeHint() const override;
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;

@@ -16,7 +16,7 @@ ScriptCanvas::ScriptCanvas(QWidget *parent)
 
 void ScriptCanvas::mouseMoveEvent(QMouseEvent *event)
 {
-    QWidget::mouseMoveEvent(event);
+    event->accept(); // passed on, the window and the frame would reset the pointer
     emit mouseMoved();
 }
 

@@ -19,12 +19,8 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenuBar>
 #include <QPointer>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QToolBar>
-#include <QToolButton>
 
 namespace {
 
@@ -94,209 +90,6 @@ void frmAppMain::setStatusText(const QString &text)
     m_statusBar->setPanelText(text);
 }
 
-QAction *frmAppMain::command(const QString &name) const
-{
-    const auto found = m_commands.find(name);
-    return found == m_commands.end() ? nullptr : found->second;
-}
-
-QAction *
-frmAppMain::makeAction(const QString &name, const QString &text, void (frmAppMain::*slot)())
-{
-    auto *action = new QAction(text, this);
-    action->setObjectName(name);
-    m_commands.emplace(name, action);
-    if (slot)
-        connect(action, &QAction::triggered, this, [this, slot] { (this->*slot)(); });
-    return action;
-}
-
-void frmAppMain::createActions()
-{
-    makeAction("mnuFileNew", "&New", &frmAppMain::mnuFileNew_Click)
-            ->setShortcut(Qt::CTRL | Qt::Key_N);
-    makeAction("mnuFileOpen", "&Open...", &frmAppMain::mnuFileOpen_Click)
-            ->setShortcut(Qt::CTRL | Qt::Key_O);
-    makeAction("mnuFileClose", "&Close", &frmAppMain::mnuFileClose_Click);
-    makeAction("mnuFileSave", "&Save", &frmAppMain::mnuFileSave_Click)
-            ->setShortcut(Qt::CTRL | Qt::Key_S);
-    makeAction("mnuFileSaveAs", "Save &As...", &frmAppMain::mnuFileSaveAs_Click);
-    makeAction("mnuFileProperties", "Propert&ies", &frmAppMain::mnuFileProperties_Click);
-    makeAction("mnuFileExit", "E&xit", &frmAppMain::mnuFileExit_Click);
-    makeAction("mnuEditProperty", "&Property", &frmAppMain::mnuEditProperty_Click);
-    makeAction("mnuEditDelete", "&Delete", &frmAppMain::mnuEditDelete_Click);
-    makeAction("mnuViewToolbar", "&Toolbar", &frmAppMain::mnuViewToolbar_Click)->setCheckable(true);
-    makeAction("mnuViewToolBox", "Tool&box", &frmAppMain::mnuViewToolBox_Click)->setCheckable(true);
-    makeAction("mnuViewStatusBar", "&Status Bar", &frmAppMain::mnuViewStatusBar_Click)
-            ->setCheckable(true);
-    makeAction("mnuWindowNewWindow", "&New Window", &frmAppMain::mnuFileNew_Click);
-    makeAction("mnuWindowCascade", "&Cascade", nullptr);
-    makeAction("mnuWindowTileHorizontal", "Tile &Horizontal", nullptr);
-    makeAction("mnuWindowTileVertical", "Tile &Vertical", nullptr);
-    makeAction("mnuWindowArrangeIcons", "&Arrange Icons", nullptr);
-    const char *const arrangements[] = {"mnuWindowCascade",
-                                        "mnuWindowTileHorizontal",
-                                        "mnuWindowTileVertical",
-                                        "mnuWindowArrangeIcons"};
-    for (int style = 0; style < 4; ++style) {
-        connect(command(arrangements[style]), &QAction::triggered, this, [this, style] {
-            ivr::MdiArranger::arrange(m_mdi, style);
-        });
-    }
-    makeAction("mnuHelpContents", "&Contents", &frmAppMain::mnuHelpContents_Click);
-    makeAction(
-            "mnuHelpSearchForHelpOn", "&Search For Help On...", &frmAppMain::mnuHelpContents_Click);
-    makeAction("mnuHelpAbout", "&About ", &frmAppMain::mnuHelpAbout_Click);
-    makeAction("cmdMain4", "Show Property", &frmAppMain::cmdMain4_Click);
-    makeAction("cmdMain5", "Run Script", &frmAppMain::cmdMain5_Click);
-
-    // The toolbar shares the menu's actions; the button shows the tool tip.
-    const char *const toolbar[][2] = {{"mnuFileNew", "Add New Script"},
-                                      {"mnuFileOpen", "Open Existing Script"},
-                                      {"mnuFileSave", "Save Changes"},
-                                      {"mnuEditDelete", "Delete"},
-                                      {"cmdMain4", "Show Property"},
-                                      {"cmdMain5", "Run Script"},
-                                      {"mnuFileExit", "Exit"}};
-    for (int index = 0; index < 7; ++index) {
-        QAction *action = command(toolbar[index][0]);
-        action->setToolTip(toolbar[index][1]);
-        action->setIcon(ivr::ShellIcons::toolbar(index));
-        action->setIconVisibleInMenu(false);
-        m_commands.emplace(QStringLiteral("cmdMain%1").arg(index), action);
-    }
-
-    m_mnuWaveFiles = new QAction(QStringLiteral("&Wave Files"), this);
-    m_mnuWaveFiles->setObjectName(QStringLiteral("mnuWaveFiles"));
-    m_mnuProperty = new QAction(QStringLiteral("&Property"), this);
-    m_mnuProperty->setObjectName(QStringLiteral("mnuProperty"));
-}
-
-void frmAppMain::createMenus()
-{
-    QMenuBar *bar = menuBar();
-    bar->setAccessibleName(QStringLiteral("Menu bar"));
-    auto addMenu = [bar](const char *name,
-                         const QString &caption,
-                         std::initializer_list<QAction *> entries) {
-        QMenu *menu = bar->addMenu(caption);
-        menu->setObjectName(QString::fromLatin1(name));
-        for (QAction *entry : entries) {
-            if (entry)
-                menu->addAction(entry);
-            else
-                menu->addSeparator();
-        }
-        return menu;
-    };
-    auto c = [this](const char *name) {
-        return command(QString::fromLatin1(name));
-    };
-    addMenu("mnuFile",
-            "&File",
-            {c("mnuFileNew"),
-             c("mnuFileOpen"),
-             c("mnuFileClose"),
-             nullptr,
-             c("mnuFileSave"),
-             c("mnuFileSaveAs"),
-             nullptr,
-             c("mnuFileProperties"),
-             nullptr,
-             c("mnuFileExit")});
-    addMenu("mnuEdit", "&Edit", {c("mnuEditProperty"), nullptr, c("mnuEditDelete")});
-    addMenu("mnuView", "&View", {c("mnuViewToolbar"), c("mnuViewToolBox"), c("mnuViewStatusBar")});
-    m_mnuWindow = addMenu("mnuWindow",
-                          "&Window",
-                          {c("mnuWindowNewWindow"),
-                           nullptr,
-                           c("mnuWindowCascade"),
-                           c("mnuWindowTileHorizontal"),
-                           c("mnuWindowTileVertical"),
-                           c("mnuWindowArrangeIcons")});
-    connect(m_mnuWindow, &QMenu::aboutToShow, this, &frmAppMain::fillWindowMenu);
-    addMenu("mnuHelp",
-            "&Help",
-            {c("mnuHelpContents"), c("mnuHelpSearchForHelpOn"), nullptr, c("mnuHelpAbout")});
-
-    // The canvas's popup, never in the bar. Its entries' clicks belong to
-    // whichever script window is active.
-    m_mnuScript = new QMenu(QStringLiteral("ScriptView"), this);
-    m_mnuScript->setObjectName(QStringLiteral("mnuScript"));
-    m_mnuScript->addAction(m_mnuWaveFiles);
-    m_mnuScript->addAction(m_mnuProperty);
-}
-
-void frmAppMain::fillWindowMenu()
-{
-    // Below the fixed entries: the list of the open windows.
-    const QList<QAction *> entries = m_mnuWindow->actions();
-    for (QAction *entry : entries) {
-        if (entry->property("windowListEntry").toBool()) {
-            m_mnuWindow->removeAction(entry);
-            entry->deleteLater();
-        }
-    }
-    const QList<QMdiSubWindow *> windows = m_mdi->subWindowList(QMdiArea::CreationOrder);
-    if (windows.isEmpty())
-        return;
-    QAction *separator = m_mnuWindow->addSeparator();
-    separator->setProperty("windowListEntry", true);
-    for (int i = 0; i < windows.size(); ++i) {
-        QMdiSubWindow *window = windows.at(i);
-        const QString text = i < 9 ? QStringLiteral("&%1 %2").arg(i + 1).arg(window->windowTitle())
-                                   : QStringLiteral("%1 %2").arg(i + 1).arg(window->windowTitle());
-        QAction *entry = m_mnuWindow->addAction(text);
-        entry->setProperty("windowListEntry", true);
-        entry->setCheckable(true);
-        entry->setChecked(window == m_mdi->activeSubWindow());
-        QPointer<QMdiSubWindow> target(window);
-        connect(entry, &QAction::triggered, this, [this, target] {
-            if (target)
-                m_mdi->setActiveSubWindow(target);
-        });
-    }
-}
-
-void frmAppMain::createToolBars()
-{
-    m_toolBar = addToolBar(QStringLiteral("Toolbar"));
-    m_toolBar->setObjectName(QStringLiteral("XPSideMenu2"));
-    m_toolBar->setAccessibleName(QStringLiteral("Toolbar"));
-    m_toolBar->setMovable(false);
-    m_toolBar->setFloatable(false);
-    m_toolBar->setIconSize(QSize(42, 42));
-    for (int index = 0; index < 7; ++index) {
-        QAction *action = command(QStringLiteral("cmdMain%1").arg(index));
-        m_toolBar->addAction(action);
-        if (QWidget *button = m_toolBar->widgetForAction(action)) {
-            button->setObjectName(QStringLiteral("cmdMain%1").arg(index));
-            button->setAccessibleName(action->toolTip());
-            button->setFocusPolicy(Qt::TabFocus);
-        }
-        if (index == 2 || index == 3 || index == 5)
-            m_toolBar->addSeparator();
-    }
-
-    m_toolboxBar = new QToolBar(QStringLiteral("Toolbox"), this);
-    m_toolboxBar->setObjectName(QStringLiteral("XPSideMenu1"));
-    m_toolboxBar->setAccessibleName(QStringLiteral("Toolbox"));
-    m_toolboxBar->setMovable(false);
-    m_toolboxBar->setFloatable(false);
-    // A small window scrolls the toolbox rather than growing to hold it, so
-    // that the stored size is the size the window gets.
-    auto *scroller = new QScrollArea(m_toolboxBar);
-    scroller->setObjectName(QStringLiteral("XPSideMenu1Scroller"));
-    scroller->setFrameShape(QFrame::NoFrame);
-    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroller->setWidget(m_toolbox);
-    scroller->setWidgetResizable(true);
-    scroller->setMinimumWidth(m_toolbox->sizeHint().width()
-                              + scroller->verticalScrollBar()->sizeHint().width());
-    m_toolboxBar->addWidget(scroller);
-    addToolBar(Qt::LeftToolBarArea, m_toolboxBar);
-}
-
 void frmAppMain::watchPointer(QWidget *widget)
 {
     widget->setMouseTracking(true);
@@ -328,9 +121,9 @@ void frmAppMain::load()
     settings.read();
     move(qRound(settings.MainLeft / TwipsPerPixel), qRound(settings.MainTop / TwipsPerPixel));
     resize(qRound(settings.MainWidth / TwipsPerPixel), qRound(settings.MainHeight / TwipsPerPixel));
-    command("mnuViewToolbar")->setChecked(settings.ShowToolBar);
-    command("mnuViewStatusBar")->setChecked(settings.ShowStatusBar);
-    command("mnuViewToolBox")->setChecked(settings.ShowToolBox);
+    m_mnuViewToolbar->setChecked(settings.ShowToolBar);
+    m_mnuViewStatusBar->setChecked(settings.ShowStatusBar);
+    m_mnuViewToolBox->setChecked(settings.ShowToolBox);
     m_toolboxBar->setVisible(settings.ShowToolBox);
     m_statusBar->setVisible(settings.ShowStatusBar);
     m_toolBar->setVisible(settings.ShowToolBar);
@@ -354,9 +147,9 @@ void frmAppMain::unload()
     settings.MainTop = float(pos().y()) * TwipsPerPixel;
     settings.MainWidth = float(width()) * TwipsPerPixel;
     settings.MainHeight = float(height()) * TwipsPerPixel;
-    settings.ShowToolBar = command("mnuViewToolbar")->isChecked();
-    settings.ShowStatusBar = command("mnuViewStatusBar")->isChecked();
-    settings.ShowToolBox = command("mnuViewToolBox")->isChecked();
+    settings.ShowToolBar = m_mnuViewToolbar->isChecked();
+    settings.ShowStatusBar = m_mnuViewStatusBar->isChecked();
+    settings.ShowToolBox = m_mnuViewToolBox->isChecked();
     settings.write(isMinimized());
 }
 
@@ -423,7 +216,9 @@ void frmAppMain::mnuFileOpen_Click()
     m_dlgCommonDialog.CancelError = false;
     m_dlgCommonDialog.Filter = QStringLiteral("Brindlewave IVR Script (*.") + extension
                                + QStringLiteral(") |*.") + extension;
-    m_dlgCommonDialog.Flags = 0x81014;
+    using Dialog = ivr::CommonDialog;
+    m_dlgCommonDialog.Flags
+            = Dialog::Explorer | Dialog::FileMustExist | Dialog::ShowHelp | Dialog::HideReadOnly;
     m_dlgCommonDialog.FileName.clear();
     m_dlgCommonDialog.ShowOpen(this);
     if (m_dlgCommonDialog.FileName.isEmpty())
@@ -499,17 +294,37 @@ void frmAppMain::cmdMain5_Click()
 // The check mark has been inverted by the action itself.
 void frmAppMain::mnuViewToolbar_Click()
 {
-    m_toolBar->setVisible(command("mnuViewToolbar")->isChecked());
+    m_toolBar->setVisible(m_mnuViewToolbar->isChecked());
 }
 
 void frmAppMain::mnuViewToolBox_Click()
 {
-    m_toolboxBar->setVisible(command("mnuViewToolBox")->isChecked());
+    m_toolboxBar->setVisible(m_mnuViewToolBox->isChecked());
 }
 
 void frmAppMain::mnuViewStatusBar_Click()
 {
-    m_statusBar->setVisible(command("mnuViewStatusBar")->isChecked());
+    m_statusBar->setVisible(m_mnuViewStatusBar->isChecked());
+}
+
+void frmAppMain::mnuWindowCascade_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::Cascade);
+}
+
+void frmAppMain::mnuWindowTileHorizontal_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::TileHorizontal);
+}
+
+void frmAppMain::mnuWindowTileVertical_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::TileVertical);
+}
+
+void frmAppMain::mnuWindowArrangeIcons_Click()
+{
+    ivr::MdiArranger::arrange(m_mdi, ivr::MdiArranger::ArrangeIcons);
 }
 
 void frmAppMain::mnuHelpContents_Click()
@@ -534,7 +349,7 @@ void frmAppMain::showHelpTopic(const QString &topic)
         return;
     }
     try {
-        ivr::HelpWindow::instance()->showTopic(topic);
+        ivr::HelpWindow::instance(this)->showTopic(topic);
     } catch (const ivr::IvrError &error) {
         ivr::MsgBox::show(error.description());
     }

@@ -3,9 +3,10 @@
 #include "commondialog.h"
 #include "frameservices.h"
 
+#include <QKeySequence>
 #include <QMainWindow>
 
-#include <map>
+#include <array>
 
 class QAction;
 class QLabel;
@@ -51,8 +52,30 @@ public:
     ivr::StatusPanels *sbStatusBar() const { return m_statusBar; }
     QToolBar *XPSideMenu1() const { return m_toolboxBar; }
     QToolBar *XPSideMenu2() const { return m_toolBar; }
-    // A command by its name: "mnuFileNew", "cmdMain4", ...
-    QAction *command(const QString &name) const;
+
+    // The commands, named as their menu entries.
+    QAction *mnuFileNew() const { return m_mnuFileNew; }
+    QAction *mnuFileOpen() const { return m_mnuFileOpen; }
+    QAction *mnuFileClose() const { return m_mnuFileClose; }
+    QAction *mnuFileSave() const { return m_mnuFileSave; }
+    QAction *mnuFileSaveAs() const { return m_mnuFileSaveAs; }
+    QAction *mnuFileProperties() const { return m_mnuFileProperties; }
+    QAction *mnuFileExit() const { return m_mnuFileExit; }
+    QAction *mnuEditProperty() const { return m_mnuEditProperty; }
+    QAction *mnuEditDelete() const { return m_mnuEditDelete; }
+    QAction *mnuViewToolbar() const { return m_mnuViewToolbar; }
+    QAction *mnuViewToolBox() const { return m_mnuViewToolBox; }
+    QAction *mnuViewStatusBar() const { return m_mnuViewStatusBar; }
+    QAction *mnuWindowNewWindow() const { return m_mnuWindowNewWindow; }
+    QAction *mnuWindowCascade() const { return m_mnuWindowCascade; }
+    QAction *mnuWindowTileHorizontal() const { return m_mnuWindowTileHorizontal; }
+    QAction *mnuWindowTileVertical() const { return m_mnuWindowTileVertical; }
+    QAction *mnuWindowArrangeIcons() const { return m_mnuWindowArrangeIcons; }
+    QAction *mnuHelpContents() const { return m_mnuHelpContents; }
+    QAction *mnuHelpSearchForHelpOn() const { return m_mnuHelpSearchForHelpOn; }
+    QAction *mnuHelpAbout() const { return m_mnuHelpAbout; }
+    // The toolbar's buttons from the left, 0 to 6; all but 4 and 5 share a menu entry.
+    QAction *cmdMain(int index) const { return m_cmdMain.at(std::size_t(index)); }
 
     // FrameServices.
     QWidget *frameWidget() override { return this; }
@@ -70,7 +93,11 @@ protected:
 
 private:
     frmAppMain();
-    QAction *makeAction(const QString &name, const QString &text, void (frmAppMain::*slot)());
+    QAction *makeAction(const char *name,
+                        const QString &caption,
+                        void (frmAppMain::*click)(),
+                        const QKeySequence &shortcut = {});
+    QAction *makeSeparator(const char *name);
     void createActions();
     void createMenus();
     void createToolBars();
@@ -98,6 +125,10 @@ private:
     void mnuViewToolbar_Click();
     void mnuViewToolBox_Click();
     void mnuViewStatusBar_Click();
+    void mnuWindowCascade_Click();
+    void mnuWindowTileHorizontal_Click();
+    void mnuWindowTileVertical_Click();
+    void mnuWindowArrangeIcons_Click();
     void mnuHelpContents_Click();
     void mnuHelpAbout_Click();
     void showHelpTopic(const QString &topic);
@@ -114,5 +145,25 @@ private:
     QMenu *m_mnuScript = nullptr;
     QAction *m_mnuWaveFiles = nullptr;
     QAction *m_mnuProperty = nullptr;
-    std::map<QString, QAction *> m_commands;
+    QAction *m_mnuFileNew = nullptr;
+    QAction *m_mnuFileOpen = nullptr;
+    QAction *m_mnuFileClose = nullptr;
+    QAction *m_mnuFileSave = nullptr;
+    QAction *m_mnuFileSaveAs = nullptr;
+    QAction *m_mnuFileProperties = nullptr;
+    QAction *m_mnuFileExit = nullptr;
+    QAction *m_mnuEditProperty = nullptr;
+    QAction *m_mnuEditDelete = nullptr;
+    QAction *m_mnuViewToolbar = nullptr;
+    QAction *m_mnuViewToolBox = nullptr;
+    QAction *m_mnuViewStatusBar = nullptr;
+    QAction *m_mnuWindowNewWindow = nullptr;
+    QAction *m_mnuWindowCascade = nullptr;
+    QAction *m_mnuWindowTileHorizontal = nullptr;
+    QAction *m_mnuWindowTileVertical = nullptr;
+    QAction *m_mnuWindowArrangeIcons = nullptr;
+    QAction *m_mnuHelpContents = nullptr;
+    QAction *m_mnuHelpSearchForHelpOn = nullptr;
+    QAction *m_mnuHelpAbout = nullptr;
+    std::array<QAction *, 7> m_cmdMain{};
 };

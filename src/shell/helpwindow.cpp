@@ -95,10 +95,15 @@ QString HelpWindow::topicForContext(int context)
     return QString::fromLatin1(kTopics[context]);
 }
 
-HelpWindow *HelpWindow::instance()
+HelpWindow *HelpWindow::instance(QWidget *owner)
 {
     if (!g_window)
-        g_window = new HelpWindow;
+        g_window = new HelpWindow(owner);
+    return g_window;
+}
+
+HelpWindow *HelpWindow::existing()
+{
     return g_window;
 }
 

@@ -25,8 +25,11 @@ public:
     // The topic page of a help context number; empty for an unknown one.
     static QString topicForContext(int context);
 
-    // The one help window, made at first use.
-    static HelpWindow *instance();
+    // The one help window, made at first use. Its owner (the main window)
+    // takes it along when it goes, so that the process ends with its last form.
+    static HelpWindow *instance(QWidget *owner);
+    // The help window if it is open, without making one.
+    static HelpWindow *existing();
     ~HelpWindow() override;
 
     // Shows the window at a topic such as "bdw_d_designer.htm". A missing or

@@ -1,6 +1,7 @@
 #include "toolbox.h"
 
 #include "ivrcheck.h"
+#include "moduletypes.h"
 #include "selectedmoduletype.h"
 #include "toolpictureengine.h"
 
@@ -12,26 +13,14 @@ namespace ivr {
 
 namespace {
 
-struct Tool
-{
-    int index;
-    const char *tip;
-};
+// The tools in screen order; 13 lies between 8 and 9 on purpose. Index 0 is
+// the Select tool, every other index is the module type that it arms.
+const int kTools[] = {0, 3, 4, 5, 6, 7, 8, 13, 9, 11, 12};
 
-// Screen order; 13 lies between 8 and 9 on purpose.
-const Tool kTools[] = {
-        {0, "Select"},
-        {3, "Play Message"},
-        {4, "get Digits"},
-        {5, "get Number Buffer"},
-        {6, "Transfer Call"},
-        {7, "Record Message"},
-        {8, "Database Query"},
-        {13, "Check Condition"},
-        {9, "Send E-Mail"},
-        {11, "Run Other Application"},
-        {12, "Start Other Vorel IVR Script"},
-};
+QString tipOf(int index)
+{
+    return index == 0 ? QStringLiteral("Select") : ModuleTypes::info(index).caption;
+}
 
 // The order in which ResetToolbox walks the buttons.
 const int kResetOrder[] = {0, 3, 4, 5, 6, 7, 8, 9, 11, 12, 13};
@@ -100,11 +89,10 @@ Toolbox::Toolbox(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(3, 3, 3, 3); // 45 twips
     layout->setSpacing(3);                  // the 540-twip pitch less the button
-    for (const Tool &tool : kTools) {
-        auto *button = new ToolboxButton(tool.index, QString::fromLatin1(tool.tip), this);
-        m_buttons.emplace(tool.index, button);
+    for (const int index : kTools) {
+        auto *button = new ToolboxButton(index, tipOf(index), this);
+        m_buttons.emplace(index, button);
         layout->addWidget(button);
-        const int index = tool.index;
         connect(button, &QToolButton::clicked, this, [this, index] { cmdModule_Click(index); });
     }
     auto *filler = new QLabel(this);
@@ -119,21 +107,16 @@ Toolbox::Toolbox(QWidget *parent)
 
 void Toolbox::preparePictures()
 {
-    for (const Tool &tool : kTools) {
-        const QSize picture = tool.index == 0 ? SelectedPicture : PlainPicture;
+    for (const int index : kTools) {
+        const QSize picture = index == 0 ? SelectedPicture : PlainPicture;
         const QSize shown = (QSizeF(picture) * pictureScale()).toSize();
-        ToolPictureEngine(tool.index, shown).pixmap(shown, QIcon::Normal, QIcon::Off);
+        ToolPictureEngine(index, shown).pixmap(shown, QIcon::Normal, QIcon::Off);
     }
 }
 
 const QList<int> &Toolbox::screenOrder()
 {
-    static const QList<int> order = [] {
-        QList<int> list;
-        for (const Tool &tool : kTools)
-            list << tool.index;
-        return list;
-    }();
+    static const QList<int> order(std::begin(kTools), std::end(kTools));
     return order;
 }
 

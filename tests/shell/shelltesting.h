@@ -1,11 +1,17 @@
 #pragma once
 
 #include "frmappmain.h"
+#include "frmscriptviewer.h"
 #include "programfolder.h"
 #include "startup.h"
 
 #include <QCoreApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QSettings>
+#include <QtTest>
 
 // QSettings keeps the first configuration folder it sees for the whole
 // process, so each start points it at the program folder's own.
@@ -52,6 +58,39 @@ inline void putStored(const QString &key, const QString &value)
 {
     QSettings settings(QStringLiteral("Brindlewave"), QStringLiteral("IVR Script Designer"));
     settings.setValue(QStringLiteral("Settings/") + key, value);
+}
+
+// An entry as the user finds it: the menu by its caption in the bar, then the
+// entry by its caption, so that a test also fails when an entry moves.
+inline QAction *menuEntry(const QString &menu, const QString &entry)
+{
+    for (QAction *top : frmAppMain::existing()->menuBar()->actions()) {
+        if (!top->menu() || top->text() != menu)
+            continue;
+        for (QAction *action : top->menu()->actions()) {
+            if (action->text() == entry)
+                return action;
+        }
+    }
+    return nullptr;
+}
+
+inline void choose(const QString &menu, const QString &entry)
+{
+    QAction *action = menuEntry(menu, entry);
+    QVERIFY2(action, qPrintable(menu + " > " + entry));
+    action->trigger();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+inline QList<QMdiSubWindow *> scriptWindows()
+{
+    return frmAppMain::existing()->mdiArea()->subWindowList(QMdiArea::CreationOrder);
+}
+
+inline frmScriptViewer *viewerOf(QMdiSubWindow *child)
+{
+    return qobject_cast<frmScriptViewer *>(child->widget());
 }
 
 } // namespace shelltesting

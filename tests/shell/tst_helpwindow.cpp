@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QStandardPaths>
+#include <QPointer>
 #include <QtTest>
 
 using namespace shelltesting;
@@ -21,7 +22,7 @@ private slots:
     void cleanup()
     {
         discardFrame();
-        delete ivr::HelpWindow::instance();
+        delete ivr::HelpWindow::existing();
         m_messages.reset();
         m_folder.reset();
     }
@@ -30,6 +31,7 @@ private slots:
     void bothEntriesOpenTheDesignerTopic();
     void missingHelpFileIsSaidInTheWindow();
     void unwritableCacheIsSaidInTheWindow();
+    void exitTakesTheHelpWindowAlong();
 
 private:
     std::unique_ptr<ProgramFolder> m_folder;
@@ -40,10 +42,12 @@ void tst_HelpWindow::bothEntriesOpenTheDesignerTopic_data()
 {
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("topic");
-    QTest::newRow("contents-opens-another-page") << "mnuHelpContents"
+    QTest::newRow("contents-opens-another-page") << "&Contents"
                                                  << "bdw_d_designer.htm";
-    QTest::newRow("search-opens-another-page") << "mnuHelpSearchForHelpOn"
+    QTest::newRow("search-opens-another-page") << "&Search For Help On..."
                                                << "bdw_d_designer.htm";
+    QTest::newRow("f1-in-main-window-does-nothing") << "F1"
+                                                    << "bdw_d_designer.htm";
     QTest::newRow("dialog-context-opens-wrong-topic") << "7"
                                                       << "bdw_d_record.htm";
 }
@@ -56,9 +60,17 @@ void tst_HelpWindow::bothEntriesOpenTheDesignerTopic()
     QVERIFY(frame);
     bool context = false;
     const int id = entry.toInt(&context);
-    context ? frame->showHelpContext(id) : frame->command(entry)->trigger();
-    ivr::HelpWindow *help = ivr::HelpWindow::instance();
-    QVERIFY(help->isVisible());
+    if (context) {
+        frame->showHelpContext(id);
+    } else if (entry == "F1") {
+        frame->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(frame));
+        QTest::keyClick(frame, Qt::Key_F1);
+    } else {
+        choose("&Help", entry);
+    }
+    ivr::HelpWindow *help = ivr::HelpWindow::existing();
+    QVERIFY(help && help->isVisible());
     QVERIFY(help->helpFound());
     QCOMPARE(help->currentUrl().fileName(), topic);
     QVERIFY(!help->pageText().trimmed().isEmpty());
@@ -70,9 +82,9 @@ void tst_HelpWindow::missingHelpFileIsSaidInTheWindow()
     QFile::remove(m_folder->file("BdwIVRS.qch"));
     frmAppMain *frame = start(*m_folder);
     QVERIFY(frame);
-    frame->command("mnuHelpContents")->trigger();
-    ivr::HelpWindow *help = ivr::HelpWindow::instance();
-    QVERIFY(help->isVisible());
+    choose("&Help", "&Contents");
+    ivr::HelpWindow *help = ivr::HelpWindow::existing();
+    QVERIFY(help && help->isVisible());
     QVERIFY(!help->helpFound());
     QVERIFY(help->pageText().contains("could not be found"));
     QVERIFY(frame->isVisible());
@@ -87,12 +99,26 @@ void tst_HelpWindow::unwritableCacheIsSaidInTheWindow()
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
     QVERIFY(cache.startsWith(blocked));
     ivr::HelpWindow::setHelpFile(m_folder->file("BdwIVRS.qch"));
-    ivr::HelpWindow *help = ivr::HelpWindow::instance();
+    ivr::HelpWindow *help = ivr::HelpWindow::instance(nullptr);
     help->showTopic("bdw_d_designer.htm");
     QVERIFY(!help->helpFound());
     const QString page = help->pageText();
     QVERIFY2(page.contains(cache) && page.contains("cannot be written"), qPrintable(page));
     QVERIFY(!page.contains("could not be found"));
+}
+
+// The process ends with its last form: the help window must not outlive the frame.
+void tst_HelpWindow::exitTakesTheHelpWindowAlong()
+{
+    QVERIFY(start(*m_folder));
+    choose("&Help", "&Contents");
+    QPointer<ivr::HelpWindow> help = ivr::HelpWindow::existing();
+    QVERIFY(help && help->isVisible());
+    choose("&File", "E&xit");
+    QVERIFY(!frmAppMain::existing());
+    QVERIFY(!help);
+    for (QWidget *window : QApplication::topLevelWidgets())
+        QVERIFY2(!window->isVisible(), qPrintable(window->objectName()));
 }
 
 QTEST_MAIN(tst_HelpWindow)

@@ -1,59 +1,109 @@
+#include "messagerecorder.h"
 #include "selectedmoduletype.h"
+#include "shelltesting.h"
 #include "toolbox.h"
 
-#include <QtTest>
+using namespace shelltesting;
+using ivr::ToolboxButton;
 
-using ivr::Toolbox;
-
+// The toolbox in the running frame: one tool pressed and drawn large at a time.
 class tst_Toolbox : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init() { ivr::setSelectedModuleType(0); }
+    void init();
+    void cleanup();
 
-    void buttonsInScreenOrder();
+    void startsOnSelect();
     void clickArmsOnlyThatTool_data();
     void clickArmsOnlyThatTool();
+
+private:
+    static void checkArmed(int armed);
+
+    std::unique_ptr<ProgramFolder> m_folder;
+    std::unique_ptr<MessageRecorder> m_messages;
+    ivr::Toolbox *m_box = nullptr;
 };
 
-void tst_Toolbox::buttonsInScreenOrder()
+void tst_Toolbox::init()
 {
-    Toolbox box;
-    box.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&box));
-    const QList<int> order = {0, 3, 4, 5, 6, 7, 8, 13, 9, 11, 12};
-    QCOMPARE(Toolbox::screenOrder(), order);
-    for (int i = 1; i < order.size(); ++i)
-        QVERIFY2(box.cmdModule(order.at(i))->y() > box.cmdModule(order.at(i - 1))->y(),
-                 "buttons out of screen order");
+    ivr::setSelectedModuleType(7); // whatever the last run left
+    m_folder = std::make_unique<ProgramFolder>();
+    QVERIFY(m_folder->isValid());
+    m_messages = std::make_unique<MessageRecorder>();
+    frmAppMain *frame = start(*m_folder);
+    QVERIFY(frame);
+    m_box = frame->toolbox();
+}
+
+void tst_Toolbox::cleanup()
+{
+    discardFrame();
+    m_messages.reset();
+    m_folder.reset();
+}
+
+// Exactly the armed button is pressed and drawn at 88 x 44; every other one
+// is up at 70 x 35.
+void tst_Toolbox::checkArmed(int armed)
+{
+    const QList<ToolboxButton *> buttons
+            = frmAppMain::existing()->toolbox()->findChildren<ToolboxButton *>();
+    QCOMPARE(buttons.size(), 11);
+    for (ToolboxButton *button : buttons) {
+        const bool on = button->index() == armed;
+        QCOMPARE(button->togglePressed(), on);
+        QCOMPARE(button->pictureSize(), on ? QSize(88, 44) : QSize(70, 35));
+    }
+    QCOMPARE(int(ivr::SelectedModuleType()), armed);
+}
+
+void tst_Toolbox::startsOnSelect()
+{
+    checkArmed(0);
 }
 
 void tst_Toolbox::clickArmsOnlyThatTool_data()
 {
-    QTest::addColumn<QList<int>>("clicks");
-    QTest::addColumn<int>("armed");
-    QTest::newRow("second-tool-releases-first") << QList<int>{3, 12} << 12;
-    QTest::newRow("select-disarms") << QList<int>{7, 0} << 0;
-    QTest::newRow("second-click-on-armed-tool-keeps-it") << QList<int>{5, 5} << 5;
+    QTest::addColumn<int>("place"); // from the top
+    QTest::addColumn<int>("tool");
+    QTest::addColumn<QString>("tip");
+    QTest::newRow("select-moved-or-renamed") << 0 << 0 << "Select";
+    QTest::newRow("play-moved-or-renamed") << 1 << 3 << "Play Message";
+    QTest::newRow("digits-moved-or-renamed") << 2 << 4 << "get Digits";
+    QTest::newRow("number-moved-or-renamed") << 3 << 5 << "get Number Buffer";
+    QTest::newRow("transfer-moved-or-renamed") << 4 << 6 << "Transfer Call";
+    QTest::newRow("record-moved-or-renamed") << 5 << 7 << "Record Message";
+    QTest::newRow("query-moved-or-renamed") << 6 << 8 << "Database Query";
+    QTest::newRow("condition-not-between-query-and-mail") << 7 << 13 << "Check Condition";
+    QTest::newRow("mail-moved-or-renamed") << 8 << 9 << "Send E-Mail";
+    QTest::newRow("program-moved-or-renamed") << 9 << 11 << "Run Other Application";
+    QTest::newRow("script-moved-or-renamed") << 10 << 12 << "Start Other Vorel IVR Script";
 }
 
 void tst_Toolbox::clickArmsOnlyThatTool()
 {
-    QFETCH(QList<int>, clicks);
-    QFETCH(int, armed);
-    Toolbox box;
-    box.show();
-    for (int index : clicks)
-        QTest::mouseClick(box.cmdModule(index), Qt::LeftButton);
-    QCOMPARE(int(ivr::SelectedModuleType()), armed);
-    for (int index : Toolbox::screenOrder()) {
-        ivr::ToolboxButton *button = box.cmdModule(index);
-        QCOMPARE(button->togglePressed(), index == armed);
-        // The armed picture is larger but still fits the button.
-        const QSize shown = button->iconSize();
-        QVERIFY(shown.width() <= button->width() - 4 && shown.height() <= button->height() - 4);
-    }
+    QFETCH(int, place);
+    QFETCH(int, tool);
+    QFETCH(QString, tip);
+    QList<ToolboxButton *> buttons = m_box->findChildren<ToolboxButton *>();
+    std::sort(
+            buttons.begin(), buttons.end(), [](QWidget *a, QWidget *b) { return a->y() < b->y(); });
+    ToolboxButton *button = buttons.value(place);
+    QVERIFY(button);
+    QCOMPARE(button->index(), tool);
+    QCOMPARE(button->toolTip(), tip);
+    // The tool above it first (for Select, the last one), so that the click
+    // must release it; over the rows every tool is released once.
+    const int before = ivr::Toolbox::screenOrder().value((place + 10) % 11);
+    QTest::mouseClick(m_box->cmdModule(before), Qt::LeftButton);
+    QTest::mouseClick(button, Qt::LeftButton);
+    checkArmed(tool);
+    // A second click on the pressed button changes nothing.
+    QTest::mouseClick(button, Qt::LeftButton);
+    checkArmed(tool);
 }
 
 QTEST_MAIN(tst_Toolbox)
