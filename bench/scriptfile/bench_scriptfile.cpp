@@ -39,7 +39,7 @@ ModuleList mixedScript(int modules)
         list.Add(m);
     }
     auto common = std::make_shared<ModuleData>();
-    common->setModuleType(98);
+    common->setModuleType(ModuleData::CommonModuleType);
     common->setName("Common");
     for (int i = 0; i < Definition::FileNameSlots; ++i)
         common->definition().setFileName(i, QStringLiteral("/opt/ivr/numbers/%1.wav").arg(i));

@@ -1,12 +1,18 @@
 #include "arrowplacer.h"
 
 #include "ivrcheck.h"
+#include "twips.h"
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
+#include <QLineF>
+#include <QRectF>
 #include <QtMath>
 
 namespace {
+
+// Half the side of the square box of a loop, in twips.
+constexpr float LoopReach = 300.0f;
 
 // The part of the segment from a box's centre that lies inside the box, as a
 // fraction of the segment: where the ray leaves through the nearer side.
@@ -20,14 +26,19 @@ qreal insideFraction(const QRectF &box, QPointF d)
     return t;
 }
 
+// Where the module is shown: a position far off the canvas is shown at the
+// edge of what can be drawn, and its arrows lead there.
 QRectF boxOf(const VorelModule *module)
 {
-    return QRectF(module->Left(), module->Top(), module->Width(), module->Height());
+    return QRectF(Twips::bounded(module->Left()),
+                  Twips::bounded(module->Top()),
+                  module->Width(),
+                  module->Height());
 }
 
-} // namespace
-
-QLineF ArrowPlacer::edgeToEdge(const QRectF &from, const QRectF &to)
+// The segment between the centres of two boxes, clipped to both, in twips.
+// Boxes that overlap give the unclipped segment.
+QLineF edgeToEdge(const QRectF &from, const QRectF &to)
 {
     const QPointF a = from.center();
     const QPointF b = to.center();
@@ -38,6 +49,8 @@ QLineF ArrowPlacer::edgeToEdge(const QRectF &from, const QRectF &to)
         return QLineF(a, b);
     return QLineF(a + d * leave, b - d * enter);
 }
+
+} // namespace
 
 void ArrowPlacer::Place(VorelModule *fromModule, VorelModule *toModule, VorelDirection *arrow)
 {

@@ -202,24 +202,3 @@ QPixmap ModuleIcon::selectTool(QSize size, bool hover)
         p.drawPath(arrow);
     });
 }
-
-bool ModuleIcon::hasOwnPicture(int moduleType)
-{
-    switch (moduleType) {
-    case 0:
-    case 1:
-    case 3:
-    case 4:
-    case 5:
-    case 6:
-    case 7:
-    case 8:
-    case 9:
-    case 11:
-    case 12:
-    case 13:
-        return true;
-    default:
-        return false;
-    }
-}

@@ -14,6 +14,4 @@ public:
     static QPixmap picture(int moduleType, QSize size = SourceSize, bool hover = false);
     // The toolbox's Select tool, which stands for no module type.
     static QPixmap selectTool(QSize size = SourceSize, bool hover = false);
-    // True for the types that have a picture of their own.
-    static bool hasOwnPicture(int moduleType);
 };

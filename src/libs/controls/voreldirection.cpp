@@ -143,16 +143,22 @@ VorelDirection::VorelDirection(qint16 index, QWidget *parent)
 
 void VorelDirection::reshape(float left, float top, float x2, float y2, int arrowcode)
 {
-    m_left = left;
-    m_top = top;
-    m_x2 = qMax(0.0f, x2);
-    m_y2 = qMax(0.0f, y2);
+    m_left = Twips::bounded(left);
+    m_top = Twips::bounded(top);
+    m_x2 = qBound(0.0f, x2, Twips::Reach - m_left);
+    m_y2 = qBound(0.0f, y2, Twips::Reach - m_top);
     m_arrowcode = (arrowcode >= FromTopLeft && arrowcode <= Loop) ? arrowcode : FromTopLeft;
     applyShape();
 }
 
 void VorelDirection::setLine(QPointF from, QPointF to)
 {
+    const auto bounded = [](QPointF p) {
+        constexpr qreal Reach = Twips::Reach;
+        return QPointF(qBound(-Reach, p.x(), Reach), qBound(-Reach, p.y(), Reach));
+    };
+    from = bounded(from);
+    to = bounded(to);
     const bool leftToRight = from.x() <= to.x();
     const bool topToBottom = from.y() <= to.y();
     int code = FromTopLeft;

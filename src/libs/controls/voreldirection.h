@@ -25,16 +25,14 @@ public:
     explicit VorelDirection(qint16 index, QWidget *parent = nullptr);
 
     qint16 Index() const { return m_index; }
-    float Left() const { return m_left; }
     float Top() const { return m_top; }
-    float x2() const { return m_x2; }
-    float y2() const { return m_y2; }
-    int arrowcode() const { return m_arrowcode; }
 
     // One call reshapes the arrow once; each setter alone would rebuild the
-    // stroke mask.
+    // stroke mask. The box is kept within the reach of the canvas
+    // (Twips::Reach), so that its mask and its picture stay small.
     void reshape(float left, float top, float x2, float y2, int arrowcode);
-    // The straight arrow from one canvas point to another, in twips.
+    // The straight arrow from one canvas point to another, in twips; points
+    // beyond the reach of the canvas are taken at its edge.
     void setLine(QPointF from, QPointF to);
     // Where the line starts and ends, in canvas twips.
     QPointF startPoint() const;

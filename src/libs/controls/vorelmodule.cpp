@@ -18,6 +18,16 @@ const QColor Frame(0x5d, 0x6d, 0x7e);
 const QColor FocusFrame(0x1f, 0x6f, 0xd0);
 constexpr int Pad = 4;
 
+// Text from a script is never markup: Qt takes a text that looks like HTML
+// as HTML, and a name such as <img src="/dev/zero"> would make it read that
+// file. Escaped and wrapped, it is shown exactly as written.
+QString shownAsWritten(const QString &text)
+{
+    if (text.isEmpty())
+        return text;
+    return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(text.toHtmlEscaped());
+}
+
 } // namespace
 
 VorelModule::VorelModule(qint16 index, QWidget *parent)
@@ -61,7 +71,7 @@ void VorelModule::setCaption(const QString &caption)
 {
     m_caption = caption;
     setAccessibleName(caption);
-    setToolTip(caption);
+    setToolTip(shownAsWritten(caption));
     update();
 }
 
@@ -140,7 +150,11 @@ void VorelModule::editDescription()
 {
     bool ok = false;
     const QString text = QInputDialog::getMultiLineText(
-            this, tr("Description"), tr("Description of %1:").arg(m_caption), m_description, &ok);
+            this,
+            tr("Description"),
+            shownAsWritten(tr("Description of %1:").arg(m_caption)),
+            m_description,
+            &ok);
     if (!ok || text == m_description)
         return;
     setDescription(text);

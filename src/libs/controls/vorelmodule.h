@@ -44,13 +44,14 @@ public:
     bool Compact() const { return m_compact; }
     // Set by the program (no ModuleChanged, no ModuleResized).
     void setCompact(bool compact);
-    qint16 Mark() const { return m_mark; }
     void setMark(qint16 mark);
 
     ivr::ModuleDataPtr moduleData() const { return m_moduleData; }
     void Create(int moduleType, const QString &name);
     void Attach(ivr::ModuleDataPtr module);
 
+    // Any float, kept as given; a position far off the canvas is shown at the
+    // edge of what can be drawn (Twips::Reach).
     float Left() const { return m_left; }
     float Top() const { return m_top; }
     void setLeft(float left);
@@ -58,11 +59,8 @@ public:
     float Width() const;
     float Height() const;
 
-    // The context menu's actions, for the keyboard and for tests.
-    QAction *propertiesAction() const { return m_propertiesAction; }
+    // The context menu's Delete, which the window's tests trigger.
     QAction *deleteAction() const { return m_deleteAction; }
-    QAction *descriptionAction() const { return m_descriptionAction; }
-    QAction *compactAction() const { return m_compactAction; }
 
 signals:
     void GotFocus(qint16 index);

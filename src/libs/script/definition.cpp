@@ -5,15 +5,36 @@
 
 #include <QJsonValue>
 
+#include <charconv>
 #include <cmath>
 #include <limits>
 
 namespace ivr {
 
-QStringList Definition::keys() const
+namespace {
+
+// A position is a float, but JSON holds doubles: the double nearest to the
+// float prints 17 digits (33.3f as 33.29999923706055), so a script would
+// change on every save. The double read back from the float's shortest text
+// is printed by Qt as that text, and reads back to the same float.
+double shortestDouble(float v)
 {
-    return m_values.keys();
+    char text[32];
+    const auto written = std::to_chars(text, text + sizeof text, v);
+    double shortest = v;
+    std::from_chars(text, written.ptr, shortest);
+    return shortest;
 }
+
+// The file may hold a double a little above the float range that still
+// rounds to the largest float; it is taken as that float.
+float toFloat(double v)
+{
+    constexpr double Largest = std::numeric_limits<float>::max();
+    return float(qBound(-Largest, v, Largest));
+}
+
+} // namespace
 
 QVariant Definition::value(const QString &key) const
 {
@@ -31,7 +52,7 @@ QVariant Definition::value(const QString &key) const
     case DefinitionKeys::Kind::Int32:
         return qint32(stored.toInteger());
     case DefinitionKeys::Kind::Float:
-        return float(stored.toDouble());
+        return toFloat(stored.toDouble());
     }
     return {};
 }
@@ -101,13 +122,13 @@ void Definition::setNumber(QStringView key, double v)
 
 float Definition::floatValue(QStringView key) const
 {
-    return float(m_values.value(key).toDouble());
+    return toFloat(m_values.value(key).toDouble());
 }
 
 void Definition::setFloat(QStringView key, float v)
 {
     IVR_CHECK(std::isfinite(v), return );
-    m_values.insert(key, double(v));
+    m_values.insert(key, shortestDouble(v));
 }
 
 qint32 Definition::RunMode() const

@@ -12,9 +12,15 @@
 
 // One keyed value as a member pair: Key() and setKey(), both reaching the
 // same stored value as Properties("Key").
-#define IVR_DEFINITION_KEY(Type, ArgType, Key, Get, Set) \
-    Type Key() const { return Get(u"" #Key); } \
-    void set##Key(ArgType v) { Set(u"" #Key, v); }
+#define IVR_DEFINITION_KEY(Type, ArgType, Key, Get, Set)                                           \
+    Type Key() const                                                                               \
+    {                                                                                              \
+        return Get(u"" #Key);                                                                      \
+    }                                                                                              \
+    void set##Key(ArgType v)                                                                       \
+    {                                                                                              \
+        Set(u"" #Key, v);                                                                          \
+    }
 #define IVR_TEXT_KEY(Key) IVR_DEFINITION_KEY(QString, const QString &, Key, text, setText)
 #define IVR_FLAG_KEY(Key) IVR_DEFINITION_KEY(bool, bool, Key, flag, setFlag)
 #define IVR_NUMBER_KEY(Key) IVR_DEFINITION_KEY(double, double, Key, number, setNumber)
@@ -41,10 +47,6 @@ public:
     {
         return Property(const_cast<Definition *>(this), key);
     }
-
-    // Keys that hold a value, in a stable order.
-    QStringList keys() const;
-    bool hasKey(const QString &key) const { return m_values.contains(key); }
 
     QVariant value(const QString &key) const;
     void setValue(const QString &key, const QVariant &value);

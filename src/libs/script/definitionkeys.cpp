@@ -66,11 +66,6 @@ const QStringList &DefinitionKeys::exitKeys()
     return keys;
 }
 
-bool DefinitionKeys::isExitKey(const QString &key)
-{
-    return exitKeys().contains(key);
-}
-
 const QStringList &DefinitionKeys::commonMemberKeys()
 {
     static const QStringList keys{QStringLiteral("FileName"),

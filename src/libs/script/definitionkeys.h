@@ -26,7 +26,6 @@ public:
     // The exit keys of every module type: NextModule, OnDigit0..OnDigit9,
     // OnStar, OnHash, OnTimeOut, OnSuccess, OnFail, OnNoRecord, OnFinish.
     static const QStringList &exitKeys();
-    static bool isExitKey(const QString &key);
 
     // Keys that a CommonModule (type 98) stores as direct members, and that
     // its file entry therefore holds in a form of their own (arrays, count).

@@ -14,8 +14,6 @@ public:
     void Add(const QString &key, qint16 index);
     // Throws IvrError when the key is missing.
     qint16 Item(const QString &key) const;
-    bool contains(const QString &key) const { return m_items.contains(key); }
-    int count() const { return int(m_items.size()); }
 
 private:
     QHash<QString, qint16> m_items;

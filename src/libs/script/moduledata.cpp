@@ -71,7 +71,7 @@ ModuleDataPtr ModuleData::createNew(int type, const QString &name)
     default:
         break;
     }
-    if (type != 98) {
+    if (type != CommonModuleType) {
         d.setDescription(QString());
         d.setCompact(false);
     }

@@ -2,6 +2,7 @@
 
 #include "definition.h"
 
+#include <QJsonObject>
 #include <QString>
 
 #include <memory>
@@ -17,6 +18,10 @@ using ModuleDataPtr = std::shared_ptr<ModuleData>;
 class ModuleData
 {
 public:
+    // The script-level module (CommonModule): never on the canvas, recognised
+    // in a file by this type alone.
+    static constexpr int CommonModuleType = 98;
+
     ModuleData() = default;
 
     // A module of that type with the library's defaults for a new module:
@@ -32,10 +37,17 @@ public:
     Definition &definition() { return m_definition; }
     const Definition &definition() const { return m_definition; }
 
+    // Keys of the module's file entry beside its name, type and definition
+    // that this version does not know (written by a newer one): kept so that
+    // a save gives them back.
+    const QJsonObject &unknownKeys() const { return m_unknownKeys; }
+    void setUnknownKeys(const QJsonObject &keys) { m_unknownKeys = keys; }
+
 private:
     QString m_name;
     int m_moduleType = 0;
     Definition m_definition;
+    QJsonObject m_unknownKeys;
 };
 
 } // namespace ivr

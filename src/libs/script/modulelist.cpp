@@ -10,10 +10,4 @@ void ModuleList::Add(ModuleDataPtr module)
     m_modules.push_back(std::move(module));
 }
 
-ModuleDataPtr ModuleList::at(int i) const
-{
-    IVR_CHECK(i >= 0 && i < count(), return {});
-    return m_modules[size_t(i)];
-}
-
 } // namespace ivr

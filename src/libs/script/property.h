@@ -15,7 +15,6 @@ class Property
 public:
     Property(Definition *definition, const QString &key);
 
-    QString key() const { return m_key; }
     // The key's value with the key's own type (QString, bool, double, qint32,
     // float); a key never set gives the empty value of that type ("" for an
     // unknown key).

@@ -12,6 +12,11 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace ivr {
 
 namespace {
@@ -44,7 +49,7 @@ QJsonObject definitionToJson(const ModuleData &module)
 {
     const Definition &d = module.definition();
     QJsonObject stored = d.storedValues();
-    if (module.ModuleType() == 98) {
+    if (module.ModuleType() == ModuleData::CommonModuleType) {
         QStringList numbers, months;
         for (int i = 0; i < Definition::FileNameSlots; ++i)
             numbers << d.FileName(i);
@@ -71,9 +76,20 @@ QJsonObject definitionToJson(const ModuleData &module)
     return stored;
 }
 
+// The members of an object as the lines of an indented document, without
+// its braces: "    \"key\": value,\n...". Empty for an empty object.
+QByteArray memberLines(const QJsonObject &object)
+{
+    if (object.isEmpty())
+        return {};
+    const QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Indented);
+    return text.mid(2, text.size() - 4); // "{\n" and "}\n"
+}
+
 // The document is written module by module rather than built whole: one
 // QJsonArray holding every module costs three times the writing itself on a
-// large script. The output is the same indented JSON.
+// large script. The output is the same indented JSON. Keys this version does
+// not know follow the known ones at each level.
 QByteArray serialise(const ModuleList &list)
 {
     QByteArray out;
@@ -83,7 +99,7 @@ QByteArray serialise(const ModuleList &list)
     out += "    \"modules\": [";
     const char *separator = "\n        ";
     for (const ModuleDataPtr &module : list) {
-        QJsonObject entry;
+        QJsonObject entry = module->unknownKeys();
         entry.insert(u"name", module->Name());
         entry.insert(u"type", module->ModuleType());
         entry.insert(u"definition", definitionToJson(*module));
@@ -93,7 +109,14 @@ QByteArray serialise(const ModuleList &list)
         out += text.replace('\n', "\n        ");
         separator = ",\n        ";
     }
-    out += "\n    ]\n}\n";
+    QJsonObject unknown = list.unknownKeys();
+    for (const QStringView key : {u"format", u"version", u"modules"})
+        unknown.remove(key);
+    const QByteArray more = memberLines(unknown);
+    if (more.isEmpty())
+        out += "\n    ]\n}\n";
+    else
+        out += "\n    ],\n" + more + "}\n";
     return out;
 }
 
@@ -117,41 +140,80 @@ QString placeProblem(const QString &path)
     return {};
 }
 
+// What lies at a path that can't be a script, in words, before it is opened:
+// opening a FIFO waits for a writer and opening a device may act on it.
+QString sourceProblem(const QFileInfo &info)
+{
+    if (info.filePath().isEmpty() || !info.exists())
+        return QStringLiteral("the file does not exist");
+    if (info.isDir())
+        return QStringLiteral("it is a folder, not a file");
+    if (!info.isFile())
+        return QStringLiteral("it is not a regular file");
+    if (info.size() > MaxScriptFileSize)
+        return QStringLiteral("the file is too large to be a script (%1 bytes)").arg(info.size());
+    return {};
+}
+
+// The bytes of a script file, or nothing with the reason in problem. The
+// file is opened without waiting and checked again once open, for what was
+// put in its place after the first look; at most one byte beyond the size
+// limit is read, since a file such as those under /proc may say it is empty
+// and never end.
+std::optional<QByteArray> readScript(const QString &path, QString &problem)
+{
+    problem = sourceProblem(QFileInfo(path));
+    if (!problem.isEmpty())
+        return std::nullopt;
+    const int fd = ::open(QFile::encodeName(path).constData(),
+                          O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (fd < 0) {
+        problem = qt_error_string(errno);
+        return std::nullopt;
+    }
+    QFile file;
+    if (!file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        problem = file.errorString();
+        return std::nullopt;
+    }
+    struct stat status = {};
+    if (::fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) {
+        problem = QStringLiteral("it is not a regular file");
+        return std::nullopt;
+    }
+    constexpr qint64 Chunk = qint64(1) << 20;
+    QByteArray data;
+    data.reserve(qsizetype(qMin<qint64>(status.st_size, MaxScriptFileSize) + 1));
+    while (data.size() <= MaxScriptFileSize) {
+        const QByteArray chunk = file.read(qMin(Chunk, MaxScriptFileSize + 1 - data.size()));
+        if (chunk.isEmpty())
+            break;
+        data += chunk;
+    }
+    if (file.error() != QFileDevice::NoError) {
+        problem = file.errorString();
+        return std::nullopt;
+    }
+    if (data.size() > MaxScriptFileSize) {
+        problem = QStringLiteral("the file is too large to be a script");
+        return std::nullopt;
+    }
+    return data;
+}
+
 } // namespace
 
 std::optional<ModuleList> ScriptFile::Load(const QString &path)
 {
-    const QFileInfo info(path);
-    if (path.isEmpty() || !info.exists()) {
-        reportLoadFailure(path, QStringLiteral("the file does not exist"));
-        return std::nullopt;
-    }
-    if (info.isDir()) {
-        reportLoadFailure(path, QStringLiteral("it is a folder, not a file"));
-        return std::nullopt;
-    }
-    if (info.size() > MaxScriptFileSize) {
-        reportLoadFailure(
-                path,
-                QStringLiteral("the file is too large to be a script (%1 bytes)").arg(info.size()));
-        return std::nullopt;
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        reportLoadFailure(path, file.errorString());
-        return std::nullopt;
-    }
-    const QByteArray data = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        reportLoadFailure(path, file.errorString());
-        return std::nullopt;
-    }
-    if (data.size() > MaxScriptFileSize) {
-        reportLoadFailure(path, QStringLiteral("the file is too large to be a script"));
+    QString problem;
+    const std::optional<QByteArray> data = readScript(path, problem);
+    if (!data) {
+        reportLoadFailure(path, problem);
         return std::nullopt;
     }
     ScriptFileReader reader;
-    std::optional<ModuleList> list = reader.read(data);
+    std::optional<ModuleList> list = reader.read(*data);
     if (!list)
         reportLoadFailure(path, reader.error());
     return list;

@@ -1,5 +1,6 @@
 #include "scriptfilereader.h"
 
+#include "appfolder.h"
 #include "definitionkeys.h"
 
 #include <QJsonArray>
@@ -14,6 +15,10 @@ namespace ivr {
 namespace {
 
 constexpr int MaxScripts = std::numeric_limits<qint16>::max();
+// A position is a float written as its shortest text, which may lie a little
+// above the largest float (3.4028235e+38) and still round to it; half a step
+// of the float above that is where rounding would give infinity.
+constexpr double FloatRangeEnd = double(std::numeric_limits<float>::max()) + 0x1p103;
 
 bool isWholeNumberIn(const QJsonValue &value, double low, double high)
 {
@@ -25,7 +30,15 @@ bool isWholeNumberIn(const QJsonValue &value, double low, double high)
 
 bool isKnownModuleType(double type)
 {
-    return (type >= 0 && type <= 13) || type == 98;
+    return (type >= 0 && type <= 13) || type == ModuleData::CommonModuleType;
+}
+
+// The keys of an object other than the given ones, as they came.
+QJsonObject otherKeys(QJsonObject object, std::initializer_list<QStringView> known)
+{
+    for (const QStringView key : known)
+        object.remove(key);
+    return object;
 }
 
 } // namespace
@@ -87,6 +100,7 @@ std::optional<ModuleList> ScriptFileReader::read(const QByteArray &data)
             return std::nullopt;
         list.Add(std::move(module));
     }
+    list.setUnknownKeys(otherKeys(root, {u"format", u"version", u"modules"}));
     return list;
 }
 
@@ -104,10 +118,11 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
     }
     const QString where = QStringLiteral("module %1 (\"%2\")").arg(number).arg(name.toString());
     const QJsonValue type = object.value(u"type");
-    if (!isWholeNumberIn(type, 0, 98) || !isKnownModuleType(type.toDouble())) {
+    if (!isWholeNumberIn(type, 0, ModuleData::CommonModuleType)
+        || !isKnownModuleType(type.toDouble())) {
         fail(QStringLiteral("%1 has no module type this program knows (\"type\" must be a whole "
-                            "number from 0 to 13, or 98)")
-                     .arg(where));
+                            "number from 0 to 13, or %2)")
+                     .arg(where, QString::number(ModuleData::CommonModuleType)));
         return {};
     }
     const QJsonValue definitionValue = object.value(u"definition");
@@ -120,8 +135,9 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
     auto module = std::make_shared<ModuleData>();
     module->setModuleType(int(type.toInteger()));
     module->setName(QLatin1Char('[') + name.toString() + QLatin1Char(']'));
+    module->setUnknownKeys(otherKeys(object, {u"name", u"type", u"definition"}));
     Definition &d = module->definition();
-    const bool common = module->ModuleType() == 98;
+    const bool common = module->ModuleType() == ModuleData::CommonModuleType;
     if (common && !readCommonMembers(where, stored, d))
         return {};
     for (auto it = stored.constBegin(); it != stored.constEnd(); ++it) {
@@ -159,8 +175,7 @@ bool ScriptFileReader::checkKnownKey(const QString &where,
                                 .arg(key, where));
         return true;
     case DefinitionKeys::Kind::Float:
-        if (!value.isDouble() || !std::isfinite(value.toDouble())
-            || std::fabs(value.toDouble()) > double(std::numeric_limits<float>::max()))
+        if (!value.isDouble() || !(std::fabs(value.toDouble()) < FloatRangeEnd))
             return fail(QStringLiteral("\"%1\" of %2 must be a position in twips that fits in a "
                                        "32-bit float")
                                 .arg(key, where));
@@ -210,7 +225,9 @@ bool ScriptFileReader::readCommonMembers(const QString &where, QJsonObject &stor
     const QJsonValue beep = stored.value(u"BeepFileName");
     if (!beep.isUndefined() && !beep.isString())
         return fail(QStringLiteral("\"BeepFileName\" of %1 must be a text").arg(where));
-    d.setBeepFileName(beep.toString());
+    // A script without a beep of its own beeps as a new script does.
+    d.setBeepFileName(beep.isString() ? beep.toString()
+                                      : AppFolder::file(QStringLiteral("Greeting/beep.wav")));
 
     const QJsonValue count = stored.value(u"ScriptCount");
     if (!count.isUndefined() && !isWholeNumberIn(count, 0, MaxScripts))

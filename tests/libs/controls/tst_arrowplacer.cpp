@@ -1,8 +1,11 @@
 #include "arrowplacer.h"
+#include "twips.h"
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
 #include <QTest>
+
+#include <limits>
 
 class tst_ArrowPlacer : public QObject
 {
@@ -11,6 +14,8 @@ class tst_ArrowPlacer : public QObject
 private slots:
     void leadsFromEdgeToEdge_data();
     void leadsFromEdgeToEdge();
+    void farOffModuleDrawnWithinReach_data();
+    void farOffModuleDrawnWithinReach();
 };
 
 namespace {
@@ -70,6 +75,68 @@ void tst_ArrowPlacer::leadsFromEdgeToEdge()
     const QPointF s = end - start;
     QVERIFY(QPointF::dotProduct(d, s) > 0);
     QVERIFY(qAbs(d.x() * s.y() - d.y() * s.x()) < 0.1 * (qAbs(d.x()) + qAbs(d.y())));
+}
+
+void tst_ArrowPlacer::farOffModuleDrawnWithinReach_data()
+{
+    QTest::addColumn<float>("left");
+    QTest::addColumn<float>("top");
+    constexpr float Largest = std::numeric_limits<float>::max();
+    QTest::newRow("far-up-left-no-int-overflow") << -3.4e38f << -3.4e38f;
+    QTest::newRow("far-down-right-not-flipped") << 3.4e38f << 3.4e38f;
+    QTest::newRow("largest-floats-either-way") << Largest << -Largest;
+    QTest::newRow("just-beyond-int-pixels") << 4.0e10f << -4.0e10f;
+    QTest::newRow("far-left-less-far-up-leaves-shown-box") << -3.4e38f << -1.0e30f;
+}
+
+// A position from a file may be any float: the module keeps it, is shown
+// towards it within what Qt can draw, and its arrows stay small masks.
+void tst_ArrowPlacer::farOffModuleDrawnWithinReach()
+{
+    QFETCH(float, left);
+    QFETCH(float, top);
+
+    QWidget canvas;
+    canvas.resize(400, 300);
+    VorelModule *far = moduleAt(&canvas, 2, QPointF(0, 0));
+    far->setLeft(left);
+    far->setTop(top);
+    VorelModule *near = moduleAt(&canvas, 3, QPointF(1500, 1500));
+    VorelDirection out(1, &canvas);
+    VorelDirection back(2, &canvas);
+    VorelDirection loop(3, &canvas);
+    ArrowPlacer::Place(far, near, &out);
+    ArrowPlacer::Place(near, far, &back);
+    ArrowPlacer::Place(far, far, &loop);
+    canvas.show();
+    QVERIFY(!canvas.grab().isNull());
+
+    QCOMPARE(far->Left(), left);
+    QCOMPARE(far->Top(), top);
+    // Shown off the canvas on the side it lies, within Qt's widget range.
+    QVERIFY2((far->x() < 0) == (left < 0) && (far->y() < 0) == (top < 0),
+             qPrintable(QString("shown at %1, %2").arg(far->x()).arg(far->y())));
+    const QRect range(-QWIDGETSIZE_MAX / 2, -QWIDGETSIZE_MAX / 2, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    QVERIFY(range.contains(far->geometry()));
+    for (VorelDirection *arrow : {&out, &back, &loop}) {
+        QVERIFY(range.contains(arrow->geometry()));
+        QVERIFY2(arrow->mask().rectCount() <= 150, "the mask must stay a few bands");
+    }
+    // The arrows run between the boxes as they are shown, along the line of
+    // their centres (within the float's precision out there).
+    const QRectF farShown(QPointF(far->pos()) * Twips::PerPixel,
+                          QSizeF(far->Width(), far->Height()));
+    const QRectF nearBox(near->Left(), near->Top(), near->Width(), near->Height());
+    const QLineF centres(farShown.center(), nearBox.center());
+    auto onCentreLine = [&centres](QPointF p) {
+        const QPointF d = centres.p2() - centres.p1();
+        const QPointF v = p - centres.p1();
+        return qAbs(d.x() * v.y() - d.y() * v.x()) / centres.length() < 32;
+    };
+    QVERIFY(farShown.adjusted(-16, -16, 16, 16).contains(out.startPoint()));
+    QVERIFY(nearBox.adjusted(-16, -16, 16, 16).contains(out.endPoint()));
+    QVERIFY(onCentreLine(out.endPoint()));
+    QVERIFY(onCentreLine(back.startPoint()));
 }
 
 QTEST_MAIN(tst_ArrowPlacer)

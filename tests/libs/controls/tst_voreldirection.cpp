@@ -24,6 +24,8 @@ class tst_VorelDirection : public QObject
 private slots:
     void clickBesideStrokeReachesWidgetBeneath_data();
     void clickBesideStrokeReachesWidgetBeneath();
+    void hugeBoxKeptWithinReach_data();
+    void hugeBoxKeptWithinReach();
 };
 
 void tst_VorelDirection::clickBesideStrokeReachesWidgetBeneath_data()
@@ -56,6 +58,32 @@ void tst_VorelDirection::clickBesideStrokeReachesWidgetBeneath()
     QTest::mouseClick(canvas.windowHandle(), Qt::LeftButton, {}, click);
     QCOMPARE(arrowDown.count(), arrowTakesIt ? 1 : 0);
     QCOMPARE(beneath->presses, arrowTakesIt ? 0 : 1);
+}
+
+void tst_VorelDirection::hugeBoxKeptWithinReach_data()
+{
+    QTest::addColumn<QRectF>("box"); // left, top, x2, y2 in twips
+    QTest::newRow("wide-box-from-origin") << QRectF(0, 0, 3.4e38, 150);
+    QTest::newRow("tall-box-from-far-left") << QRectF(-3.4e38, 0, 150, 3.4e38);
+    QTest::newRow("box-from-far-down-right") << QRectF(3.4e38, 3.4e38, 3.4e38, 3.4e38);
+}
+
+// However large the box an arrow is given, its widget and its mask stay
+// within Qt's int geometry and the mask a few bands.
+void tst_VorelDirection::hugeBoxKeptWithinReach()
+{
+    QFETCH(QRectF, box);
+    QWidget canvas;
+    VorelDirection arrow(1, &canvas);
+    arrow.reshape(float(box.left()),
+                  float(box.top()),
+                  float(box.width()),
+                  float(box.height()),
+                  VorelDirection::FromTopLeft);
+    const QRect range(-QWIDGETSIZE_MAX / 2, -QWIDGETSIZE_MAX / 2, QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    QVERIFY(range.contains(arrow.geometry()));
+    QVERIFY(range.contains(arrow.mask().boundingRect().translated(arrow.pos())));
+    QVERIFY(arrow.mask().rectCount() <= 150);
 }
 
 QTEST_MAIN(tst_VorelDirection)

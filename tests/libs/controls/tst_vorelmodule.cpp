@@ -1,8 +1,58 @@
 #include "vorelmodule.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QInputDialog>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTextDocument>
+#include <QTimer>
+
+#include <functional>
+
+namespace {
+
+QAction *menuAction(QWidget *module, const QString &text)
+{
+    for (QAction *action : module->findChildren<QAction *>()) {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
+}
+
+// What Qt shows for a text given to a label or a tool tip: a text that
+// looks like HTML is taken as HTML.
+QString shownText(const QString &text)
+{
+    if (!Qt::mightBeRichText(text))
+        return text;
+    QTextDocument document;
+    document.setHtml(text);
+    return document.toPlainText();
+}
+
+// The label of the description dialog that the action opens, which is then
+// cancelled.
+QString descriptionLabel(QAction *action)
+{
+    QString label;
+    std::function<void()> answer = [&] {
+        auto *dialog = qobject_cast<QInputDialog *>(QApplication::activeModalWidget());
+        if (!dialog) {
+            QTimer::singleShot(10, answer);
+            return;
+        }
+        label = dialog->labelText();
+        dialog->reject();
+    };
+    QTimer::singleShot(0, answer);
+    action->trigger();
+    return label;
+}
+
+} // namespace
 
 class tst_VorelModule : public QObject
 {
@@ -15,6 +65,8 @@ private slots:
     void gestureAsksWindow_data();
     void gestureAsksWindow();
     void onlyTheUserReportsCompact();
+    void scriptTextShownAsWritten_data();
+    void scriptTextShownAsWritten();
 
 private:
     QWidget *m_canvas = nullptr;
@@ -77,9 +129,32 @@ void tst_VorelModule::onlyTheUserReportsCompact()
     m_module->setCompact(true); // as a file load does
     QCOMPARE(m_module->Height(), VorelModule::CompactHeight);
     QCOMPARE(changed.count(), 0);
-    m_module->compactAction()->trigger();
+    menuAction(m_module, "&Compact")->trigger();
     QCOMPARE(m_module->Height(), VorelModule::DefaultHeight);
     QCOMPARE(changed.count(), 1);
+}
+
+void tst_VorelModule::scriptTextShownAsWritten_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("inDialog"); // else the tool tip
+    QTest::newRow("bold-tag-in-tool-tip-not-bold") << "<b>x</b>" << false;
+    QTest::newRow("heading-in-tool-tip-not-large") << "<h1>Sales</h1>" << false;
+    QTest::newRow("entity-in-tool-tip-kept") << "Tom &amp; Jerry" << false;
+    QTest::newRow("lines-in-tool-tip-kept") << "one\n  two" << false;
+    QTest::newRow("tag-in-description-dialog-not-bold") << "<b>x</b>" << true;
+}
+
+void tst_VorelModule::scriptTextShownAsWritten()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, inDialog);
+    m_module->setCaption(name);
+    if (inDialog)
+        QCOMPARE(shownText(descriptionLabel(menuAction(m_module, "Edit &Description..."))),
+                 "Description of " + name + ":");
+    else
+        QCOMPARE(shownText(m_module->toolTip()), name);
 }
 
 QTEST_MAIN(tst_VorelModule)

@@ -1,3 +1,4 @@
+#include "appfolder.h"
 #include "msgbox.h"
 #include "scriptfile.h"
 
@@ -10,6 +11,7 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,6 +44,35 @@ QByteArray moduleWith(int type, const QByteArray &definition)
                       + definition + "}");
 }
 
+// Load, then save to another file, as the window does: names without their
+// brackets, and with or without the positions copied back through the float
+// members first.
+QByteArray resaved(const QString &from, const QString &to, bool copyPositions)
+{
+    const std::optional<ModuleList> list = ScriptFile().Load(from);
+    if (!list)
+        return {};
+    for (const ModuleDataPtr &module : *list) {
+        module->setName(module->Name().mid(1, module->Name().size() - 2));
+        Definition &d = module->definition();
+        if (copyPositions && module->ModuleType() != ModuleData::CommonModuleType) {
+            d.setLeft(d.Left());
+            d.setTop(d.Top());
+        }
+    }
+    bool ok = false;
+    ScriptFile().Save(to, *list, ok);
+    return ok ? readAll(to) : QByteArray();
+}
+
+QJsonValue valueAt(const QByteArray &json, const QStringList &path)
+{
+    QJsonValue value = QJsonDocument::fromJson(json).object();
+    for (const QString &step : path)
+        value = value.isArray() ? value[step.toInt()] : value[step];
+    return value;
+}
+
 } // namespace
 
 class tst_ScriptFile : public QObject
@@ -54,6 +85,13 @@ private slots:
     void roundTripKeepsEveryKey_data();
     void roundTripKeepsEveryKey();
     void commonAndUnknownKeysWrittenBackUnchanged();
+    void positionKeepsItsText_data();
+    void positionKeepsItsText();
+    void unknownKeyKeptAtEveryLevel_data();
+    void unknownKeyKeptAtEveryLevel();
+    void commonWithoutBeepTakesDefaultBeep();
+    void loadRefusesWhatIsNoScriptFile_data();
+    void loadRefusesWhatIsNoScriptFile();
     void loadRefusesWithOneMessage_data();
     void loadRefusesWithOneMessage();
     void failedSaveKeepsOldFile_data();
@@ -130,10 +168,11 @@ void tst_ScriptFile::roundTripKeepsEveryKey()
     ScriptFile().Save(m_dir.filePath("roundtrip.ivr"), list, ok);
     const std::optional<ModuleList> loaded = ScriptFile().Load(m_dir.filePath("roundtrip.ivr"));
     QVERIFY(ok && loaded && loaded->count() == 1);
-    QCOMPARE(loaded->at(0)->Name(), QString("[Step Ü]"));
-    QCOMPARE(loaded->at(0)->ModuleType(), type);
+    const ModuleDataPtr back = *loaded->begin();
+    QCOMPARE(back->Name(), QString("[Step Ü]"));
+    QCOMPARE(back->ModuleType(), type);
     for (auto it = keys.cbegin(); it != keys.cend(); ++it)
-        QCOMPARE(loaded->at(0)->definition().Properties(it.key()).Value(), it.value());
+        QCOMPARE(back->definition().Properties(it.key()).Value(), it.value());
     QVERIFY(m_messages.isEmpty());
 }
 
@@ -162,8 +201,9 @@ void tst_ScriptFile::commonAndUnknownKeysWrittenBackUnchanged()
 
     const std::optional<ModuleList> loaded = ScriptFile().Load(path);
     QVERIFY(loaded && loaded->count() == 2);
-    QCOMPARE(loaded->at(1)->Name(), QString("[Common]"));
-    const Definition &d = loaded->at(1)->definition();
+    const ModuleDataPtr commonBack = *std::next(loaded->begin());
+    QCOMPARE(commonBack->Name(), QString("[Common]"));
+    const Definition &d = commonBack->definition();
     QCOMPARE(d.FileName(31), QString("/w/n31.wav"));
     QCOMPARE(d.MonthFile(11), QString("/w/december.wav"));
     QCOMPARE(d.BeepFileName(), QString("/opt/beep.wav"));
@@ -178,6 +218,135 @@ void tst_ScriptFile::commonAndUnknownKeysWrittenBackUnchanged()
         for (const QString &key : before.keys())
             QCOMPARE(saved[i]["definition"][key], before[key]);
     }
+}
+
+void tst_ScriptFile::positionKeepsItsText_data()
+{
+    QTest::addColumn<QByteArray>("inFile");
+    QTest::addColumn<QByteArray>("saved");
+    QTest::newRow("one-decimal-not-seventeen-digits") << QByteArray("33.3") << QByteArray("33.3");
+    QTest::newRow("tenth") << QByteArray("0.1") << QByteArray("0.1");
+    QTest::newRow("tiny-exponent") << QByteArray("1e-07") << QByteArray("1e-07");
+    QTest::newRow("far-off-canvas") << QByteArray("-3.4e+38") << QByteArray("-3.4e+38");
+    QTest::newRow("largest-float-not-refused")
+            << QByteArray("3.4028235e+38") << QByteArray("3.4028235e+38");
+    QTest::newRow("negative-zero-is-zero") << QByteArray("-0") << QByteArray("0");
+}
+
+void tst_ScriptFile::positionKeepsItsText()
+{
+    QFETCH(QByteArray, inFile);
+    QFETCH(QByteArray, saved);
+    const QString path = m_dir.filePath("floats.ivr");
+    writeFile(path, moduleWith(3, R"({"Left": )" + inFile + R"(, "Top": )" + inFile + "}"));
+
+    // A save without edits copies each position through its float member.
+    const QByteArray first = resaved(path, m_dir.filePath("first.ivr"), false);
+    const QByteArray copied = resaved(path, m_dir.filePath("copied.ivr"), true);
+    const QByteArray again
+            = resaved(m_dir.filePath("copied.ivr"), m_dir.filePath("again.ivr"), true);
+    QVERIFY2(copied.contains("\"Left\": " + saved + ","), copied.constData());
+    QCOMPARE(copied, first);
+    QCOMPARE(again, copied);
+    QVERIFY(m_messages.isEmpty());
+}
+
+void tst_ScriptFile::unknownKeyKeptAtEveryLevel_data()
+{
+    QTest::addColumn<QStringList>("path");
+    QTest::newRow("top-level-beside-modules") << QStringList{"generator"};
+    QTest::newRow("module-entry-beside-name") << QStringList{"modules", "0", "colour"};
+    QTest::newRow("common-entry-beside-type") << QStringList{"modules", "1", "layer"};
+    QTest::newRow("inside-definition") << QStringList{"modules", "0", "definition", "Volume"};
+}
+
+void tst_ScriptFile::unknownKeyKeptAtEveryLevel()
+{
+    QFETCH(QStringList, path);
+    const QJsonObject extra{{"build", QJsonArray{1, 2.5, "b"}}, {"by", QJsonValue::Null}};
+    const QJsonArray modules{
+            QJsonObject{{"name", "Play"},
+                        {"type", 3},
+                        {"colour", "#ff0000"},
+                        {"definition", QJsonObject{{"Volume", extra}, {"Left", 33.3}}}},
+            QJsonObject{{"name", "Common"}, {"type", 98}, {"layer", extra}}};
+    const QString path0 = m_dir.filePath("unknown.ivr");
+    writeFile(path0,
+              QJsonDocument(QJsonObject{{"format", "brindlewave-ivr-script"},
+                                        {"version", 1},
+                                        {"modules", modules},
+                                        {"generator", extra}})
+                      .toJson());
+    const QByteArray before = readAll(path0);
+
+    const QByteArray saved = resaved(path0, m_dir.filePath("saved.ivr"), true);
+    QVERIFY(!valueAt(before, path).isUndefined());
+    QCOMPARE(valueAt(saved, path), valueAt(before, path));
+    QVERIFY2(
+            saved.startsWith("{\n    \"format\": \"brindlewave-ivr-script\",\n    \"version\": 1,\n"
+                             "    \"modules\": ["),
+            saved.constData());
+    QCOMPARE(resaved(m_dir.filePath("saved.ivr"), m_dir.filePath("again.ivr"), true), saved);
+}
+
+void tst_ScriptFile::commonWithoutBeepTakesDefaultBeep()
+{
+    QTemporaryDir programFolder;
+    AppFolder::setOverride(programFolder.path());
+    auto overrideGone = qScopeGuard([] { AppFolder::clearOverride(); });
+    const QString path = m_dir.filePath("nobeep.ivr");
+    writeFile(path, moduleWith(98, R"({"ScriptCount": 0})"));
+    const std::optional<ModuleList> loaded = ScriptFile().Load(path);
+    QVERIFY(loaded && loaded->count() == 1);
+    QCOMPARE((*loaded->begin())->definition().BeepFileName(),
+             programFolder.filePath("Greeting/beep.wav"));
+}
+
+void tst_ScriptFile::loadRefusesWhatIsNoScriptFile_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("why");
+    QTest::newRow("fifo-not-waited-for") << "fifo"
+                                         << "it is not a regular file";
+    QTest::newRow("folder-named-with-slash") << "folder/"
+                                             << "it is a folder, not a file";
+    QTest::newRow("sparse-file-over-limit-not-read") << "sparse"
+                                                     << "too large";
+    QTest::newRow("missing-file") << "missing"
+                                  << "does not exist";
+}
+
+void tst_ScriptFile::loadRefusesWhatIsNoScriptFile()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, why);
+    QString path = m_dir.filePath(kind == "folder/" ? "folder" : kind);
+    if (kind == "fifo") {
+        QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    } else if (kind == "folder/") {
+        QVERIFY(QDir(m_dir.path()).mkdir("folder"));
+        path += '/';
+    } else if (kind == "sparse") {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(qint64(128) * 1024 * 1024 + 1));
+    }
+
+    // In a child, so that a Load that waits for a writer is ended by the
+    // watchdog rather than holding up the suite. The exit code carries
+    // whether it loaded, whether the message says why, and the message count.
+    const pid_t child = fork();
+    QVERIFY(child >= 0);
+    if (child == 0) {
+        alarm(60);
+        const bool loaded = ScriptFile().Load(path).has_value();
+        const bool says = !m_messages.isEmpty() && m_messages.first().text.contains(why)
+                          && m_messages.first().text.contains(path);
+        _exit((loaded ? 100 : 0) + (says ? 10 : 0) + int(m_messages.size()));
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY2(WIFEXITED(status), "Load did not come back");
+    QCOMPARE(WEXITSTATUS(status), 11);
 }
 
 void tst_ScriptFile::loadRefusesWithOneMessage_data()
