@@ -2,6 +2,7 @@
 #include "ui_frmexecutable.h"
 
 #include "keptnamepicker.h"
+#include "moduleicon.h"
 #include "scripthost.h"
 
 namespace ivr {
@@ -12,6 +13,7 @@ FrmExecutable::FrmExecutable(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
+    ui->Image1->setPixmap(ModuleIcon::picture(11));
     for (QLineEdit *box : {ui->txtModuleName, ui->TxtFileName, ui->txtArguments})
         marksEdited(box, &QLineEdit::textChanged);
     for (QComboBox *combo : {ui->cboRunMode, ui->cboSuccess, ui->cboFail})
