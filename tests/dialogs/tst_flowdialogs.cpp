@@ -176,8 +176,8 @@ void tst_FlowDialogs::commitsFields_data()
     row("email-boxes-to-wrong-keys",
         9,
         "",
-        "txtFrom=f@x|txtTo= t@x|txtSubject=S|txtAttachment=/srv/a b.pdf|txtMessage=Hi\nthere",
-        "MailFrom=f@x|SendTo= t@x|Subject=S|Attachment=/srv/a b.pdf|Message=Hi\nthere");
+        "txtFrom=f@x|txtTo= t@x|txtSubject=S|txtAttachment= /srv/a b.pdf |txtMessage=Hi\nthere",
+        "MailFrom=f@x|SendTo= t@x|Subject=S|Attachment= /srv/a b.pdf |Message=Hi\nthere");
     row("email-empty-refused",
         9,
         "SendTo=t@x",
