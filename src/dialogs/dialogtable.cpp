@@ -1,8 +1,12 @@
 #include "dialogtable.h"
 
+#include "frmexecutable.h"
+#include "frmpropcondition.h"
 #include "frmpropconnect.h"
+#include "frmpropemail.h"
 #include "frmpropend.h"
 #include "frmpropplay.h"
+#include "frmpropquery.h"
 
 #include <QHash>
 
@@ -22,6 +26,10 @@ const QHash<QString, DialogEntry> &table()
             {QStringLiteral("frmPropConnect"), {Completion::FinishEdit, make<frmPropConnect>}},
             {QStringLiteral("frmPropPlay"), {Completion::FinishEdit, make<frmPropPlay>}},
             {QStringLiteral("frmPropEnd"), {Completion::EnableOnly, make<frmPropEnd>}},
+            {QStringLiteral("frmPropCondition"), {Completion::FinishEdit, make<frmPropCondition>}},
+            {QStringLiteral("frmPropEMail"), {Completion::FinishEdit, make<frmPropEMail>}},
+            {QStringLiteral("frmPropQuery"), {Completion::FinishEdit, make<frmPropQuery>}},
+            {QStringLiteral("FrmExecutable"), {Completion::FinishEdit, make<FrmExecutable>}},
     };
     return entries;
 }

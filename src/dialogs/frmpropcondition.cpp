@@ -1,0 +1,59 @@
+#include "frmpropcondition.h"
+#include "ui_frmpropcondition.h"
+
+#include "moduleicon.h"
+#include "scripthost.h"
+
+namespace ivr {
+
+frmPropCondition::frmPropCondition(QWidget *parent)
+    : PropertyDialog(parent)
+    , ui(std::make_unique<Ui::frmPropCondition>())
+{
+    ui->setupUi(this);
+    fixWindow();
+    ui->Image1->setPixmap(ModuleIcon::picture(13));
+    marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
+    marksEdited(ui->txtCondition, &QPlainTextEdit::textChanged);
+    marksEdited(ui->cboSuccess);
+    marksEdited(ui->cboFail);
+    connectButtons(ui->cmdOk, ui->cmdCancel);
+}
+
+frmPropCondition::~frmPropCondition() = default;
+
+void frmPropCondition::FillExitLists()
+{
+    const Definition &d = m_ModuleData->definition();
+    fillExitCombos({{ui->cboSuccess,
+                     d.Properties(QStringLiteral("OnSuccess")).Value().toString(),
+                     &m_ExitSelection[0]},
+                    {ui->cboFail,
+                     d.Properties(QStringLiteral("OnFail")).Value().toString(),
+                     &m_ExitSelection[1]}});
+}
+
+void frmPropCondition::LoadFields()
+{
+    ui->txtModuleName->setText(m_ModuleData->Name());
+    ui->cboSuccess->setCurrentIndex(m_ExitSelection[0]);
+    ui->cboFail->setCurrentIndex(m_ExitSelection[1]);
+    ui->txtCondition->setPlainText(m_ModuleData->definition().Condition());
+}
+
+bool frmPropCondition::ValidateFields()
+{
+    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
+}
+
+void frmPropCondition::CommitFields()
+{
+    // The name goes before the row is cleared here; the outcome is the same.
+    m_ModuleData->setName(ui->txtModuleName->text());
+    clearRow();
+    commitExit(ui->cboSuccess, QStringLiteral("OnSuccess"));
+    commitExit(ui->cboFail, QStringLiteral("OnFail"));
+    m_ModuleData->definition().setCondition(ui->txtCondition->toPlainText());
+}
+
+} // namespace ivr
