@@ -1,8 +1,12 @@
 #include "dialogtable.h"
 
 #include "frmpropconnect.h"
+#include "frmpropdigit.h"
 #include "frmpropend.h"
+#include "frmpropnumber.h"
 #include "frmpropplay.h"
+#include "frmproprecord.h"
+#include "frmproptransfer.h"
 
 #include <QHash>
 
@@ -22,6 +26,10 @@ const QHash<QString, DialogEntry> &table()
             {QStringLiteral("frmPropConnect"), {Completion::FinishEdit, make<frmPropConnect>}},
             {QStringLiteral("frmPropPlay"), {Completion::FinishEdit, make<frmPropPlay>}},
             {QStringLiteral("frmPropEnd"), {Completion::EnableOnly, make<frmPropEnd>}},
+            {QStringLiteral("frmPropDigit"), {Completion::FinishEdit, make<frmPropDigit>}},
+            {QStringLiteral("frmPropNumber"), {Completion::FinishEdit, make<frmPropNumber>}},
+            {QStringLiteral("frmPropRecord"), {Completion::FinishEdit, make<frmPropRecord>}},
+            {QStringLiteral("frmPropTransfer"), {Completion::FinishEdit, make<frmPropTransfer>}},
     };
     return entries;
 }
