@@ -27,8 +27,8 @@ private slots:
     void exitRows();
     void marksEdited_data();
     void marksEdited();
-    void textsCommitted_data();
-    void textsCommitted();
+    void fieldsLoadAndCommit_data();
+    void fieldsLoadAndCommit();
     void lengthAfterName_data();
     void lengthAfterName();
     void spinKeepsStoredValue_data();
@@ -221,45 +221,82 @@ void tst_MenuDialogs::marksEdited()
     }
 }
 
-void tst_MenuDialogs::textsCommitted_data()
+void tst_MenuDialogs::fieldsLoadAndCommit_data()
 {
     QTest::addColumn<qint16>("type");
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("predefined-number-trimmed") << qint16(5) << "txtPreDefBuffer"
-                                               << "PreDefBuffer"
-                                               << "  12 34* "
-                                               << "12 34*";
-    QTest::newRow("extension-kept-as-typed") << qint16(6) << "txtExtNo"
-                                             << "DefaultExt"
-                                             << " 20a "
-                                             << " 20a ";
-    QTest::newRow("number-prompt-untrimmed") << qint16(5) << "txtTTS"
-                                             << "TextToPlay"
-                                             << " Your number "
-                                             << " Your number ";
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<QVariant>("typed");
+    QTest::addColumn<QVariant>("written");
+    const auto row = [](const char *name,
+                        qint16 type,
+                        const char *field,
+                        const char *key,
+                        QVariant stored,
+                        QVariant typed,
+                        QVariant written) {
+        QTest::newRow(name) << type << QString::fromLatin1(field) << QString::fromLatin1(key)
+                            << stored << typed << written;
+    };
+    row("predefined-number-untrimmed",
+        5,
+        "txtPreDefBuffer",
+        "PreDefBuffer",
+        "55",
+        "  12 34* ",
+        "12 34*");
+    row("extension-trimmed", 6, "txtExtNo", "DefaultExt", "200", " 20a ", " 20a ");
+    row("number-prompt-trimmed", 5, "txtTTS", "TextToPlay", "", " Your number ", " Your number ");
+    row("digit-beep-lost", 4, "chkPlayBeep", "PlayBeep", true, false, false);
+    row("digit-timeout-lost", 4, "txtTimeOut", "TimeOut", 7, 12, 12);
+    row("number-beep-lost", 5, "chkPlayBeep", "PlayBeep", false, true, true);
+    row("number-least-lost", 5, "txtMinDigits", "MinLength", 3, 2, 2);
+    row("number-greatest-lost", 5, "txtMaxDigits", "MaxLength", 8, 9, 9);
+    row("number-timeout-lost", 5, "txtTimeOut", "TimeOut", 10, 11, 11);
+    row("record-beep-lost", 7, "chkPlayBeep", "PlayBeep", true, false, false);
+    row("record-stop-on-digit-lost", 7, "chkStopRecordOnDigit", "StopOnDigit", false, true, true);
+    row("record-length-lost", 7, "txtRecordLen", "RecordLen", 45, 20, 20);
 }
 
-void tst_MenuDialogs::textsCommitted()
+// Shows the stored value, and writes what was typed once any other field
+// made the dialog edited.
+void tst_MenuDialogs::fieldsLoadAndCommit()
 {
     QFETCH(qint16, type);
     QFETCH(QString, field);
     QFETCH(QString, key);
-    QFETCH(QString, typed);
-    QFETCH(QString, stored);
+    QFETCH(QVariant, stored);
+    QFETCH(QVariant, typed);
+    QFETCH(QVariant, written);
     frmScriptViewer w;
     addModules(w, type);
+    definitionOf(w, 2).Properties(key).setValue(stored);
     ivr::PropertyDialog *dialog = open(w, 2);
     QWidget *c = dialog->findChild<QWidget *>(field);
-    if (auto *text = qobject_cast<QPlainTextEdit *>(c))
-        text->setPlainText(typed);
-    else
-        qobject_cast<QLineEdit *>(c)->setText(typed);
+    if (auto *line = qobject_cast<QLineEdit *>(c)) {
+        QCOMPARE(line->text(), stored.toString());
+        line->setText(typed.toString());
+    } else if (auto *text = qobject_cast<QPlainTextEdit *>(c)) {
+        QCOMPARE(text->toPlainText(), stored.toString());
+        text->setPlainText(typed.toString());
+    } else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c)) {
+        QCOMPARE(spin->value(), stored.toDouble());
+        spin->setValue(typed.toDouble());
+    } else {
+        auto *box = qobject_cast<QCheckBox *>(c);
+        QCOMPARE(box->isChecked(), stored.toBool());
+        box->setChecked(typed.toBool());
+    }
     control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Renamed "));
     click(dialog, "cmdOk");
-    QCOMPARE(definitionOf(w, 2).Properties(key).Value().toString(), stored);
+    const QVariant value = definitionOf(w, 2).Properties(key).Value();
+    if (written.typeId() == QMetaType::Bool)
+        QCOMPARE(value.toBool(), written.toBool());
+    else if (written.typeId() == QMetaType::Int)
+        QCOMPARE(value.toDouble(), written.toDouble());
+    else
+        QCOMPARE(value.toString(), written.toString());
     QCOMPARE(module(w, 2)->moduleData()->Name(), QStringLiteral("Renamed "));
 }
 
@@ -382,26 +419,31 @@ void tst_MenuDialogs::menuTreeSurvivesSaveAndOpen()
         for (int i = 0; i < 10; ++i) // 6..15
             w.AddModule(3, float(6000 + 600 * i), 2000);
 
-        ivr::PropertyDialog *dialog = open(w, 0);
-        choose(dialog, "cboCurrModule", "2");
-        click(dialog, "cmdOk");
-        dialog = open(w, 2);
-        control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Menu"));
-        for (int j = 0; j < 13; ++j)
-            choose(dialog, qPrintable(QStringLiteral("cboFlow_%1").arg(j)), QString::number(j + 3));
-        click(dialog, "cmdOk");
+        // Opens a module's dialog, fills it in and confirms it: true when it closed.
+        const auto confirm = [&w](qint16 index, const std::function<void(QWidget *)> &fill) {
+            QPointer<ivr::PropertyDialog> dialog = open(w, index);
+            if (!dialog)
+                return false;
+            fill(dialog);
+            click(dialog, "cmdOk");
+            return dialog.isNull();
+        };
+        QVERIFY(confirm(0, [](QWidget *d) { choose(d, "cboCurrModule", "2"); }));
+        QVERIFY(confirm(2, [](QWidget *d) {
+            control<QLineEdit>(d, "txtModuleName")->setText(QStringLiteral("Menu"));
+            for (int j = 0; j < 13; ++j)
+                choose(d, qPrintable(QStringLiteral("cboFlow_%1").arg(j)), QString::number(j + 3));
+        }));
         QCOMPARE(definitionOf(w, 2).OnStar(), QStringLiteral("[13]"));
-        dialog = open(w, 3);
-        choose(dialog, "cboSuccess", "4");
-        choose(dialog, "cboTimeout", "End Call");
-        click(dialog, "cmdOk");
-        dialog = open(w, 4);
-        choose(dialog, "cboNext", "5");
-        click(dialog, "cmdOk");
-        dialog = open(w, 5);
-        control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Operator"));
-        control<QLineEdit>(dialog, "txtExtNo")->setText(QStringLiteral("200"));
-        click(dialog, "cmdOk");
+        QVERIFY(confirm(3, [](QWidget *d) {
+            choose(d, "cboSuccess", "4");
+            choose(d, "cboTimeout", "End Call");
+        }));
+        QVERIFY(confirm(4, [](QWidget *d) { choose(d, "cboNext", "5"); }));
+        QVERIFY(confirm(5, [](QWidget *d) {
+            control<QLineEdit>(d, "txtModuleName")->setText(QStringLiteral("Operator"));
+            control<QLineEdit>(d, "txtExtNo")->setText(QStringLiteral("200"));
+        }));
         // The renamed transfer is carried to the record's exit.
         QCOMPARE(definitionOf(w, 4).OnFinish(), QStringLiteral("[Operator]"));
         w.setFileName(file);
