@@ -99,38 +99,21 @@ void tst_MenuDialogs::exitRows_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("label"); // name=caption of the row's label
     QTest::addColumn<int>("top");       // the combo's top in pixels
-    const auto row = [](qint16 type,
-                        const QString &combo,
-                        const char *key,
-                        const QString &label,
-                        int topTwips) {
+    const auto row = [](qint16 type, QString combo, QString key, QString label, int twips) {
         QTest::newRow(qPrintable(combo + "-writes-" + key))
-                << type << combo << QString::fromLatin1(key) << label << topTwips / 15;
+                << type << combo << key << label << twips / 15;
     };
-    const char *keys[] = {"OnDigit0",
-                          "OnDigit1",
-                          "OnDigit2",
-                          "OnDigit3",
-                          "OnDigit4",
-                          "OnDigit5",
-                          "OnDigit6",
-                          "OnDigit7",
-                          "OnDigit8",
-                          "OnDigit9",
-                          "OnStar",
-                          "OnHash",
-                          "OnTimeOut"};
+    const QStringList keys{"OnStar", "OnHash", "OnTimeOut"};
     const QStringList captions{"On * button", "On # button", "On Timeout goto"};
     for (int j = 0; j < 13; ++j) {
-        const QString caption
-                = j < 10 ? QStringLiteral("On Digit %1 goto").arg(j) : captions.at(j - 10);
+        const bool digit = j < 10;
         // Rows 12 and 13 leave the step of 330.
-        const int top = j < 11 ? 90 + 330 * j : (j == 11 ? 3735 : 4065);
         row(4,
             QStringLiteral("cboFlow_%1").arg(j),
-            keys[j],
-            QStringLiteral("lblFlow_%1=").arg(j) + caption,
-            top);
+            digit ? QStringLiteral("OnDigit%1").arg(j) : keys.at(j - 10),
+            QStringLiteral("lblFlow_%1=").arg(j)
+                    + (digit ? QStringLiteral("On Digit %1 goto").arg(j) : captions.at(j - 10)),
+            j < 11 ? 90 + 330 * j : (j == 11 ? 3735 : 4065));
     }
     row(5, "cboSuccess", "OnSuccess", "lblFlow_0=On Success goto", 135);
     row(5, "cboTimeout", "OnTimeOut", "lblFlow_1=On Timeout goto", 465);
@@ -480,107 +463,59 @@ void tst_MenuDialogs::layoutAsDrawn_data()
 {
     QTest::addColumn<qint16>("type");
     QTest::addColumn<QSize>("client");
-    QTest::addColumn<QStringList>("tabOrder");
-    QTest::addColumn<QStringList>("captions"); // name=text
-    QStringList digitOrder{"txtModuleName",
-                           "optTTS_0",
-                           "optTTS_1",
-                           "txtWaveFile",
-                           "cmdBrowse",
-                           "txtTTS",
-                           "chkPlayBeep",
-                           "txtTimeOut"};
+    QTest::addColumn<QString>("tabOrder"); // names split by blanks
+    QTest::addColumn<QString>("captions"); // name=text, split by "|"
+    QString flow;
     for (int j = 0; j < 13; ++j)
-        digitOrder << QStringLiteral("cboFlow_%1").arg(j);
-    digitOrder << "cmdOk"
-               << "cmdCancel"
-               << "cmdPlay";
-    QTest::newRow("digit") << qint16(4) << QSize(386, 369) << digitOrder
-                           << QStringList{"chkPlayBeep=Play Beep After message",
-                                          "Label2=Time out",
-                                          "Label2_1=sec",
-                                          "cmdPlay=&Play",
-                                          "cmdOk=&Ok",
-                                          "cmdCancel=&Cancel"};
+        flow += QStringLiteral(" cboFlow_%1").arg(j);
+    const QString prompt = "txtModuleName optTTS_0 optTTS_1 txtWaveFile cmdBrowse";
+    QTest::newRow("digit") << qint16(4) << QSize(386, 369)
+                           << prompt + " txtTTS chkPlayBeep txtTimeOut" + flow
+                                      + " cmdOk cmdCancel cmdPlay"
+                           << "chkPlayBeep=Play Beep After message|Label2=Time out|Label2_1=sec"
+                              "|cmdPlay=&Play|cmdOk=&Ok|cmdCancel=&Cancel";
     QTest::newRow("number") << qint16(5) << QSize(386, 332)
-                            << QStringList{"txtModuleName",
-                                           "optTTS_0",
-                                           "optTTS_1",
-                                           "txtWaveFile",
-                                           "cmdBrowse",
-                                           "txtTTS",
-                                           "chkPlayBeep",
-                                           "txtPreDefBuffer",
-                                           "txtMinDigits",
-                                           "txtMaxDigits",
-                                           "txtTimeOut",
-                                           "cboSuccess",
-                                           "cboTimeout",
-                                           "cmdOk",
-                                           "cmdCancel",
-                                           "cmdPlay"}
-                            << QStringList{"Label4=Predefined Number",
-                                           "Label3=Number length must be >=",
-                                           "Label3_1=digits",
-                                           "Label1=Number length must be <=",
-                                           "Label1_1=digits",
-                                           "Label2=Time out",
-                                           "Label2_1=sec"};
+                            << prompt
+                                       + " txtTTS chkPlayBeep txtPreDefBuffer txtMinDigits"
+                                         " txtMaxDigits txtTimeOut cboSuccess cboTimeout cmdOk"
+                                         " cmdCancel cmdPlay"
+                            << "Label4=Predefined Number|Label3=Number length must be >="
+                               "|Label3_1=digits|Label1=Number length must be <=|Label1_1=digits"
+                               "|Label2=Time out|Label2_1=sec";
     QTest::newRow("record") << qint16(7) << QSize(370, 350)
-                            << QStringList{"txtModuleName",
-                                           "optTTS_0",
-                                           "optTTS_1",
-                                           "txtWaveFile",
-                                           "cmdBrowse",
-                                           "txtTTS",
-                                           "chkPlayBeep",
-                                           "txtRecordLen",
-                                           "cboNext",
-                                           "cmdOk",
-                                           "cmdCancel",
-                                           "chkStopRecordOnDigit",
-                                           "cmdPlay"}
-                            << QStringList{"Label2=Max Recording Time  :",
-                                           "Label2_1=Sec",
-                                           "chkStopRecordOnDigit=Stop recording on digit press",
-                                           "chkPlayBeep=Play Beep After message"};
+                            << prompt
+                                       + " txtTTS chkPlayBeep txtRecordLen cboNext cmdOk"
+                                         " cmdCancel chkStopRecordOnDigit cmdPlay"
+                            << "Label2=Max Recording Time  :|Label2_1=Sec"
+                               "|chkStopRecordOnDigit=Stop recording on digit press"
+                               "|chkPlayBeep=Play Beep After message";
     QTest::newRow("transfer") << qint16(6) << QSize(370, 297)
-                              << QStringList{"txtModuleName",
-                                             "optTTS_0",
-                                             "optTTS_1",
-                                             "txtWaveFile",
-                                             "cmdBrowse",
-                                             "cmdPlay",
-                                             "txtTTS",
-                                             "txtExtNo",
-                                             "cmdOk",
-                                             "cmdCancel"}
-                              << QStringList{"Label1=Extension number",
-                                             "lblWaveFile=Sound File",
-                                             "cmdBrowse=..."};
+                              << prompt + " cmdPlay txtTTS txtExtNo cmdOk cmdCancel"
+                              << "Label1=Extension number|lblWaveFile=Sound File|cmdBrowse=...";
 }
 
 void tst_MenuDialogs::layoutAsDrawn()
 {
     QFETCH(qint16, type);
     QFETCH(QSize, client);
-    QFETCH(QStringList, tabOrder);
-    QFETCH(QStringList, captions);
+    QFETCH(QString, tabOrder);
+    QFETCH(QString, captions);
     frmScriptViewer w;
     addModules(w, type);
     ivr::PropertyDialog *dialog = open(w, 2);
     QCOMPARE(dialog->size(), client);
     QCOMPARE(dialog->minimumSize(), client);
     QCOMPARE(dialog->maximumSize(), client);
-    QWidget *at = control(dialog, qPrintable(tabOrder.first()));
-    for (const QString &next : tabOrder.mid(1)) {
+    const QStringList order = tabOrder.split(' ');
+    QWidget *at = control(dialog, qPrintable(order.first()));
+    for (const QString &next : order.mid(1)) {
         at = at->nextInFocusChain();
         // Inner parts of spins and of the tab control lie in the chain too.
         while (at->focusPolicy() == Qt::NoFocus || at->focusProxy() || at->objectName().isEmpty())
             at = at->nextInFocusChain();
         QCOMPARE(at->objectName(), next);
     }
-    for (const QString &pair : captions) {
+    for (const QString &pair : captions.split('|')) {
         QWidget *c = control(dialog, qPrintable(pair.section('=', 0, 0)));
         QVERIFY2(c, qPrintable(pair));
         QCOMPARE(c->property("text").toString(), pair.section('=', 1));
