@@ -4,9 +4,13 @@
 #include "frmpropcondition.h"
 #include "frmpropconnect.h"
 #include "frmpropemail.h"
+#include "frmpropdigit.h"
 #include "frmpropend.h"
+#include "frmpropnumber.h"
 #include "frmpropplay.h"
 #include "frmpropquery.h"
+#include "frmproprecord.h"
+#include "frmproptransfer.h"
 
 #include <QHash>
 
@@ -30,6 +34,10 @@ const QHash<QString, DialogEntry> &table()
             {QStringLiteral("frmPropEMail"), {Completion::FinishEdit, make<frmPropEMail>}},
             {QStringLiteral("frmPropQuery"), {Completion::FinishEdit, make<frmPropQuery>}},
             {QStringLiteral("FrmExecutable"), {Completion::FinishEdit, make<FrmExecutable>}},
+            {QStringLiteral("frmPropDigit"), {Completion::FinishEdit, make<frmPropDigit>}},
+            {QStringLiteral("frmPropNumber"), {Completion::FinishEdit, make<frmPropNumber>}},
+            {QStringLiteral("frmPropRecord"), {Completion::FinishEdit, make<frmPropRecord>}},
+            {QStringLiteral("frmPropTransfer"), {Completion::FinishEdit, make<frmPropTransfer>}},
     };
     return entries;
 }

@@ -1,0 +1,115 @@
+#include "frmpropdigit.h"
+#include "ui_frmpropdigit.h"
+
+#include "moduleicon.h"
+#include "promptgroup.h"
+#include "scripthost.h"
+
+namespace ivr {
+
+namespace {
+
+// cboFlow(row) and the exit it writes, in the order the commit writes them:
+// the ten digits, then star, hash and the time-out.
+constexpr std::array<const char *, frmPropDigit::FlowRows> FlowKeys{"OnDigit0",
+                                                                    "OnDigit1",
+                                                                    "OnDigit2",
+                                                                    "OnDigit3",
+                                                                    "OnDigit4",
+                                                                    "OnDigit5",
+                                                                    "OnDigit6",
+                                                                    "OnDigit7",
+                                                                    "OnDigit8",
+                                                                    "OnDigit9",
+                                                                    "OnStar",
+                                                                    "OnHash",
+                                                                    "OnTimeOut"};
+
+} // namespace
+
+frmPropDigit::frmPropDigit(QWidget *parent)
+    : PropertyDialog(parent)
+    , ui(std::make_unique<Ui::frmPropDigit>())
+{
+    ui->setupUi(this);
+    fixWindow();
+    ui->Image1->setPixmap(ModuleIcon::picture(4));
+    m_prompt = new PromptGroup(
+            {ui->optTTS_0,
+             ui->optTTS_1,
+             ui->lblWaveFile,
+             ui->txtWaveFile,
+             ui->cmdBrowse,
+             ui->lblTTS,
+             ui->txtTTS,
+             ui->cmdPlay},
+            [this] { markEdited(); },
+            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
+            PromptGroup::Browse::ThroughFileBox,
+            this);
+    for (int row = 0; row < FlowRows; ++row) {
+        m_cboFlow[row] = findChild<QComboBox *>(QStringLiteral("cboFlow_%1").arg(row));
+        marksEdited(m_cboFlow[row]);
+    }
+    marksEdited(ui->chkPlayBeep, &QCheckBox::toggled);
+    marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
+    marksEdited(ui->txtTimeOut, &QDoubleSpinBox::valueChanged);
+    connectButtons(ui->cmdOk, ui->cmdCancel);
+}
+
+frmPropDigit::~frmPropDigit() = default;
+
+QString frmPropDigit::flowKey(int row)
+{
+    return QString::fromLatin1(FlowKeys.at(row));
+}
+
+void frmPropDigit::Load()
+{
+    PropertyDialog::Load();
+    // Whatever page was last looked at, the dialog opens on "Play".
+    ui->tabPages->setCurrentIndex(0);
+}
+
+void frmPropDigit::FillExitLists()
+{
+    const Definition &d = m_ModuleData->definition();
+    QList<ExitCombo> combos;
+    for (int row = 0; row < FlowRows; ++row)
+        combos.append({m_cboFlow[row],
+                       d.Properties(flowKey(row)).Value().toString(),
+                       &m_ExitSelection[row]});
+    fillExitCombos(combos);
+}
+
+void frmPropDigit::LoadFields()
+{
+    const Definition &d = m_ModuleData->definition();
+    ui->txtModuleName->setText(m_ModuleData->Name());
+    for (int row = 0; row < FlowRows; ++row)
+        m_cboFlow[row]->setCurrentIndex(m_ExitSelection[row]);
+    m_prompt->load(d);
+    ui->chkPlayBeep->setChecked(d.PlayBeep());
+    ui->txtTimeOut->setStoredValue(d.TimeOut());
+}
+
+bool frmPropDigit::ValidateFields()
+{
+    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
+}
+
+void frmPropDigit::CommitFields()
+{
+    Definition &d = m_ModuleData->definition();
+    // This dialog names the module before it clears the row; the outcome is
+    // the same as the other way round.
+    m_ModuleData->setName(ui->txtModuleName->text());
+    clearRow();
+    for (int row = 0; row < FlowRows; ++row)
+        commitExit(m_cboFlow[row], flowKey(row));
+    m_prompt->commit(d);
+    d.setPlayBeep(ui->chkPlayBeep->isChecked());
+    d.setTimeOut(ui->txtTimeOut->value());
+}
+
+} // namespace ivr

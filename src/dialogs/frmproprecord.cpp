@@ -1,0 +1,76 @@
+#include "frmproprecord.h"
+#include "ui_frmproprecord.h"
+
+#include "moduleicon.h"
+#include "promptgroup.h"
+#include "scripthost.h"
+
+namespace ivr {
+
+frmPropRecord::frmPropRecord(QWidget *parent)
+    : PropertyDialog(parent)
+    , ui(std::make_unique<Ui::frmPropRecord>())
+{
+    ui->setupUi(this);
+    fixWindow();
+    ui->Image1->setPixmap(ModuleIcon::picture(7));
+    m_prompt = new PromptGroup(
+            {ui->optTTS_0,
+             ui->optTTS_1,
+             ui->lblWaveFile,
+             ui->txtWaveFile,
+             ui->cmdBrowse,
+             ui->lblTTS,
+             ui->txtTTS,
+             ui->cmdPlay},
+            [this] { markEdited(); },
+            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
+            PromptGroup::Browse::ThroughFileBox,
+            this);
+    marksEdited(ui->cboNext);
+    marksEdited(ui->chkPlayBeep, &QCheckBox::toggled);
+    marksEdited(ui->chkStopRecordOnDigit, &QCheckBox::toggled);
+    marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
+    marksEdited(ui->txtRecordLen, &QDoubleSpinBox::valueChanged);
+    connectButtons(ui->cmdOk, ui->cmdCancel);
+}
+
+frmPropRecord::~frmPropRecord() = default;
+
+void frmPropRecord::FillExitLists()
+{
+    fillExitCombos(
+            {{ui->cboNext,
+              m_ModuleData->definition().Properties(QStringLiteral("OnFinish")).Value().toString(),
+              &m_ExitSelection}});
+}
+
+void frmPropRecord::LoadFields()
+{
+    const Definition &d = m_ModuleData->definition();
+    ui->cboNext->setCurrentIndex(m_ExitSelection);
+    ui->txtModuleName->setText(m_ModuleData->Name());
+    m_prompt->load(d);
+    ui->txtRecordLen->setStoredValue(d.RecordLen());
+    ui->chkPlayBeep->setChecked(d.PlayBeep());
+    ui->chkStopRecordOnDigit->setChecked(d.StopOnDigit());
+}
+
+bool frmPropRecord::ValidateFields()
+{
+    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
+}
+
+void frmPropRecord::CommitFields()
+{
+    Definition &d = m_ModuleData->definition();
+    clearRow();
+    m_ModuleData->setName(ui->txtModuleName->text());
+    commitExit(ui->cboNext, QStringLiteral("OnFinish"));
+    m_prompt->commit(d);
+    d.setStopOnDigit(ui->chkStopRecordOnDigit->isChecked());
+    d.setRecordLen(ui->txtRecordLen->value());
+    d.setPlayBeep(ui->chkPlayBeep->isChecked());
+}
+
+} // namespace ivr

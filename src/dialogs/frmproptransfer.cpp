@@ -1,0 +1,61 @@
+#include "frmproptransfer.h"
+#include "ui_frmproptransfer.h"
+
+#include "moduleicon.h"
+#include "promptgroup.h"
+#include "scripthost.h"
+
+namespace ivr {
+
+frmPropTransfer::frmPropTransfer(QWidget *parent)
+    : PropertyDialog(parent)
+    , ui(std::make_unique<Ui::frmPropTransfer>())
+{
+    ui->setupUi(this);
+    fixWindow();
+    ui->Image1->setPixmap(ModuleIcon::picture(6));
+    // Browsing marks the dialog itself, so a cancelled choice over an empty
+    // box counts as an edit too.
+    m_prompt = new PromptGroup(
+            {ui->optTTS_0,
+             ui->optTTS_1,
+             ui->lblWaveFile,
+             ui->txtWaveFile,
+             ui->cmdBrowse,
+             ui->lblTTS,
+             ui->txtTTS,
+             ui->cmdPlay},
+            [this] { markEdited(); },
+            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
+            PromptGroup::Browse::MarksEdited,
+            this);
+    marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
+    // txtExtNo marks nothing: a new number typed on its own is not written.
+    connectButtons(ui->cmdOk, ui->cmdCancel);
+}
+
+frmPropTransfer::~frmPropTransfer() = default;
+
+void frmPropTransfer::LoadFields()
+{
+    const Definition &d = m_ModuleData->definition();
+    ui->txtModuleName->setText(m_ModuleData->Name());
+    ui->txtExtNo->setText(d.DefaultExt());
+    m_prompt->load(d);
+}
+
+bool frmPropTransfer::ValidateFields()
+{
+    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
+}
+
+void frmPropTransfer::CommitFields()
+{
+    Definition &d = m_ModuleData->definition();
+    clearRow();
+    m_ModuleData->setName(ui->txtModuleName->text());
+    d.setDefaultExt(ui->txtExtNo->text());
+    m_prompt->commit(d);
+}
+
+} // namespace ivr
