@@ -7,6 +7,8 @@
 
 namespace {
 
+const QString Socket = QStringLiteral("/native");
+
 bool signalDaemon(int signal)
 {
     QFile pidFile(PulseDaemon::folder() + QStringLiteral("/run/pulse/pid"));
@@ -16,18 +18,33 @@ bool signalDaemon(int signal)
     return pid > 0 && ::kill(pid, signal) == 0;
 }
 
+bool fixture(const char *command, const QString &folder)
+{
+    return QProcess::execute("sh", {IVR_PULSE_FIXTURE, command, folder}) == 0;
+}
+
 } // namespace
 
 QString PulseDaemon::folder()
 {
     QString server = qEnvironmentVariable("PULSE_SERVER");
     server.remove(QStringLiteral("unix:"));
-    return server.chopped(QStringLiteral("/native").size());
+    return server.chopped(Socket.size());
 }
 
-bool PulseDaemon::restart()
+bool PulseDaemon::start(const QString &folder)
 {
-    return QProcess::execute("sh", {IVR_PULSE_FIXTURE, "start", folder()}) == 0;
+    return fixture("start", folder);
+}
+
+bool PulseDaemon::stop(const QString &folder)
+{
+    return fixture("stop", folder);
+}
+
+void PulseDaemon::use(const QString &folder)
+{
+    qputenv("PULSE_SERVER", ("unix:" + folder + Socket).toLocal8Bit());
 }
 
 bool PulseDaemon::freeze()

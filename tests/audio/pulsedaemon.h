@@ -2,15 +2,21 @@
 
 #include <QString>
 
-// The test daemon that PULSE_SERVER names (tests/audio/pulsefixture.sh):
-// what a user's sound server does behind the program's back.
+// Test daemons of tests/audio/pulsefixture.sh, each in a folder of its own
+// with its socket there: what a user's sound server does behind the
+// program's back.
 class PulseDaemon
 {
 public:
-    static QString folder(); // from PULSE_SERVER, "unix:<folder>/native"
-    static bool restart();   // a new daemon on the same socket
-    static bool freeze();    // the server hangs: it takes calls and never answers
+    static QString folder();                  // the daemon PULSE_SERVER names
+    static bool start(const QString &folder); // a new daemon there, after any old one
+    static bool stop(const QString &folder);
+    // The server of this process (when it next connects) and of what it starts.
+    static void use(const QString &folder);
+
+    // The daemon PULSE_SERVER names hangs: it takes calls and never answers.
+    static bool freeze();
     static bool thaw();
-    // No stream of this server is playing: each is corked, or there is none.
+    // No stream of the server in use is playing: each is corked, or there is none.
     static bool allStreamsCorked();
 };
