@@ -22,6 +22,11 @@ namespace {
 constexpr int Calls = 20;
 constexpr int BlockBytes = 160; // 10 ms at 8 kHz, 16-bit
 
+const char *const LongText
+        = "Thank you for calling the billing line. Your call is important to us. "
+          "All of our agents are busy at the moment, so please stay on the line "
+          "and the next available agent will take your call. ";
+
 const char *const Prompt = "Thank you for calling the billing line, please listen carefully "
                            "because our menu options "
                            "have changed since your last call";
@@ -75,6 +80,15 @@ void waitPlayedOut()
     while (ivr::SpeechVoice::instance().isPending())
         spin(10);
     spin(400);
+}
+
+// Milliseconds the caller waits in the call itself: what the window waits.
+double callMs(const std::function<void()> &call)
+{
+    QElapsedTimer timer;
+    timer.start();
+    call();
+    return double(timer.nsecsElapsed()) / 1e6;
 }
 
 } // namespace
@@ -161,7 +175,44 @@ int main(int argc, char **argv)
             waveMs << ms;
         waitPlayedOut();
     }
+    // After a few quiet seconds the channel lets the device sleep; the next
+    // prompt wakes it.
+    QList<double> wokenMs;
+    for (int i = 0; i < 4; ++i) {
+        spin(5000);
+        const double ms = latencyOf(recorder, [&] { ivr::PlayWaveFile(tone); });
+        if (ms >= 0)
+            wokenMs << ms;
+        waitPlayedOut();
+    }
     recorder.stop();
+
+    // What the window waits for: a ten-minute CD-rate stereo file and a
+    // long text, each cut before it is through.
+    const QString tenMinutes = work.filePath(QStringLiteral("ten-minutes.wav"));
+    QProcess::execute(QStringLiteral("sox"),
+                      {"-n",
+                       "-r",
+                       "44100",
+                       "-c",
+                       "2",
+                       "-b",
+                       "16",
+                       tenMinutes,
+                       "synth",
+                       "600",
+                       "sine",
+                       "440"});
+    QList<double> longWaveCallMs;
+    QList<double> longTextCallMs;
+    for (int i = 0; i < 5; ++i) {
+        longWaveCallMs << callMs([&] { ivr::PlayWaveFile(tenMinutes); });
+        spin(300);
+        longTextCallMs << callMs([] { ivr::SpeakText(QString::fromLatin1(LongText).repeated(4)); });
+        spin(300);
+        ivr::SpeakText(QString());
+        waitPlayedOut();
+    }
 
     std::printf("20-word prompt: %.1f s of speech\n", promptSeconds);
     report("synthesise 20-word prompt", synthMs);
@@ -169,6 +220,9 @@ int main(int argc, char **argv)
     report("decode 3.3 s prompt, 44.1 kHz stereo", decodeCdMs);
     report("SpeakText to first sound on the monitor", speakMs);
     report("PlayWaveFile to first sound on the monitor", waveMs);
+    report("PlayWaveFile, first sound after 5 s quiet", wokenMs);
+    report("PlayWaveFile call, 10 min 44.1 kHz stereo", longWaveCallMs);
+    report("SpeakText call, 120-word text", longTextCallMs);
     if (speakMs.size() < Calls || waveMs.size() < Calls)
         std::printf("silent calls: speech %lld, wave %lld\n",
                     static_cast<long long>(Calls - speakMs.size()),

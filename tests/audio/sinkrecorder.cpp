@@ -32,6 +32,21 @@ QByteArray SinkRecorder::takeAvailable()
     return m_data += m_parec.readAllStandardOutput();
 }
 
+bool SinkRecorder::waitForSound(int timeoutMs)
+{
+    constexpr qsizetype BlockBytes = 160; // 10 ms
+    qsizetype seen = takeAvailable().size();
+    seen -= seen % BlockBytes;
+    for (QDeadlineTimer t(timeoutMs); !t.hasExpired(); m_parec.waitForReadyRead(20)) {
+        for (const QByteArray &data = takeAvailable(); seen + BlockBytes <= data.size();
+             seen += BlockBytes) {
+            if (isSounding(data.constData() + seen, BlockBytes))
+                return true;
+        }
+    }
+    return false;
+}
+
 QByteArray SinkRecorder::stop()
 {
     m_data += m_parec.readAllStandardOutput();

@@ -13,7 +13,8 @@ public:
 
     bool start(); // false when parec cannot record
     QByteArray stop();
-    QByteArray takeAvailable(); // what has come in so far
+    QByteArray takeAvailable();       // what has come in so far
+    bool waitForSound(int timeoutMs); // sound after what has come in so far
 
     static constexpr int WindowMs = 100;
     static QList<bool> soundingWindows(const QByteArray &pcm);

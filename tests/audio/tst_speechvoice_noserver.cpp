@@ -19,7 +19,7 @@ private slots:
             ivr::PlayWaveFile("/usr/share/asterisk/sounds/en_US_f_Allison/vm-goodbye.wav");
         }
         QCOMPARE(messages.count(), 0);
-        QVERIFY(!ivr::SpeechVoice::instance().isPending());
+        QTRY_VERIFY_WITH_TIMEOUT(!ivr::SpeechVoice::instance().isPending(), 10000);
     }
 };
 
