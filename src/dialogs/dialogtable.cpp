@@ -1,8 +1,11 @@
 #include "dialogtable.h"
 
+#include "frmcommon.h"
 #include "frmpropconnect.h"
 #include "frmpropend.h"
 #include "frmpropplay.h"
+#include "frmscripts.h"
+#include "frmwavefile.h"
 
 #include <QHash>
 
@@ -22,6 +25,9 @@ const QHash<QString, DialogEntry> &table()
             {QStringLiteral("frmPropConnect"), {Completion::FinishEdit, make<frmPropConnect>}},
             {QStringLiteral("frmPropPlay"), {Completion::FinishEdit, make<frmPropPlay>}},
             {QStringLiteral("frmPropEnd"), {Completion::EnableOnly, make<frmPropEnd>}},
+            {QStringLiteral("FrmScripts"), {Completion::EnableOnly, make<FrmScripts>}},
+            {QStringLiteral("FrmCommon"), {Completion::ScriptLevel, make<FrmCommon>}},
+            {QStringLiteral("frmWaveFile"), {Completion::ScriptLevel, make<frmWaveFile>}},
     };
     return entries;
 }
