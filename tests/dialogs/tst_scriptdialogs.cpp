@@ -1,4 +1,5 @@
 #include "commondialog.h"
+#include "helpwindow.h"
 #include "messagerecorder.h"
 #include "programfolder.h"
 #include "scriptleveltesting.h"
@@ -29,6 +30,8 @@ private slots:
     void scriptCallAddNew_data();
     void scriptCallAddNew();
     void listSurvivesSaveAndReopen();
+    void helpKeyOpensTopic_data();
+    void helpKeyOpensTopic();
 
 private:
     void answerPicker(std::optional<QString> name)
@@ -264,6 +267,10 @@ void tst_ScriptDialogs::scriptCallCommitsOnlyItsOwn()
     QVERIFY(w->SaveScript(false));
     ivr::PropertyDialog *dialog = open(*w, call);
     QVERIFY(!w->isEnabled());
+    control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("  "));
+    click(dialog, "cmdOk");
+    QCOMPARE(m_messages->lastText(), QStringLiteral("Invalid Name"));
+    QVERIFY(dialog->isVisible());
     control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Billing"));
     choose(dialog, "cboScripts", "/srv/ivr/b.ivr");
     click(dialog, "cmdOk");
@@ -360,6 +367,38 @@ void tst_ScriptDialogs::listSurvivesSaveAndReopen()
     dialog = open(*third, call);
     QCOMPARE(control<QComboBox>(dialog, "cboScripts")->currentIndex(), 2); // the last "a"
     click(dialog, "cmdCancel");
+}
+
+void tst_ScriptDialogs::helpKeyOpensTopic_data()
+{
+    QTest::addColumn<QString>("dialogClass");
+    QTest::addColumn<QString>("topic");
+    QTest::newRow("associate-script-topic") << "FrmCommon" << "bdw_d_scripts.htm";
+    QTest::newRow("script-call-topic") << "FrmScripts" << "bdw_d_scripts.htm";
+    QTest::newRow("wave-table-topic") << "frmWaveFile" << "bdw_d_wavefiles.htm";
+}
+
+void tst_ScriptDialogs::helpKeyOpensTopic()
+{
+    QFETCH(QString, dialogClass);
+    QFETCH(QString, topic);
+    const auto pressF1 = [](QWidget *dialog) {
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        QTest::keyClick(dialog, Qt::Key_F1);
+    };
+    if (dialogClass == "frmWaveFile") {
+        QVERIFY(withWaveFiles(pressF1));
+    } else {
+        ivr::PropertyDialog *dialog = dialogClass == "FrmCommon"
+                                              ? openAssociateScript()
+                                              : open(*activeViewer(), addScriptCall(QString()));
+        pressF1(dialog);
+        click(dialog, "cmdCancel");
+    }
+    ivr::HelpWindow *help = ivr::HelpWindow::instance();
+    QCOMPARE(help->currentUrl().fileName(), topic);
+    delete help;
 }
 
 QTEST_MAIN(tst_ScriptDialogs)
