@@ -373,9 +373,12 @@ void tst_ScriptDialogs::helpKeyOpensTopic_data()
 {
     QTest::addColumn<QString>("dialogClass");
     QTest::addColumn<QString>("topic");
-    QTest::newRow("associate-script-topic") << "FrmCommon" << "bdw_d_scripts.htm";
-    QTest::newRow("script-call-topic") << "FrmScripts" << "bdw_d_scripts.htm";
-    QTest::newRow("wave-table-topic") << "frmWaveFile" << "bdw_d_wavefiles.htm";
+    QTest::newRow("associate-script-topic") << "FrmCommon"
+                                            << "bdw_d_scripts.htm";
+    QTest::newRow("script-call-topic") << "FrmScripts"
+                                       << "bdw_d_scripts.htm";
+    QTest::newRow("wave-table-topic") << "frmWaveFile"
+                                      << "bdw_d_wavefiles.htm";
 }
 
 void tst_ScriptDialogs::helpKeyOpensTopic()

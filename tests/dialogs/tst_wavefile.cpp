@@ -195,7 +195,8 @@ void tst_WaveFile::slotShowsItsEntry_data()
 {
     QTest::addColumn<QString>("choice");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("number-0-is-slot-0") << "number:Number 0" << "/n/0.wav";
+    QTest::newRow("number-0-is-slot-0") << "number:Number 0"
+                                        << "/n/0.wav";
     QTest::newRow("number-20-is-slot-20") << "number:Number 20"
                                           << "/n/20.wav";
     QTest::newRow("number-30-is-slot-21") << "number:Number 30"
