@@ -2,6 +2,7 @@
 
 #include "frmexecutable.h"
 #include "frmpropcondition.h"
+#include "frmcommon.h"
 #include "frmpropconnect.h"
 #include "frmpropemail.h"
 #include "frmpropdigit.h"
@@ -11,6 +12,8 @@
 #include "frmpropquery.h"
 #include "frmproprecord.h"
 #include "frmproptransfer.h"
+#include "frmscripts.h"
+#include "frmwavefile.h"
 
 #include <QHash>
 
@@ -38,6 +41,9 @@ const QHash<QString, DialogEntry> &table()
             {QStringLiteral("frmPropNumber"), {Completion::FinishEdit, make<frmPropNumber>}},
             {QStringLiteral("frmPropRecord"), {Completion::FinishEdit, make<frmPropRecord>}},
             {QStringLiteral("frmPropTransfer"), {Completion::FinishEdit, make<frmPropTransfer>}},
+            {QStringLiteral("FrmScripts"), {Completion::EnableOnly, make<FrmScripts>}},
+            {QStringLiteral("FrmCommon"), {Completion::ScriptLevel, make<FrmCommon>}},
+            {QStringLiteral("frmWaveFile"), {Completion::ScriptLevel, make<frmWaveFile>}},
     };
     return entries;
 }

@@ -11,6 +11,7 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QEventLoop>
 #include <QGuiApplication>
 #include <QPushButton>
 #include <QScreen>
@@ -93,6 +94,12 @@ void PropertyDialog::Popup(ModuleDataPtr ModuleData,
         QRect box = frameGeometry();
         box.moveCenter(screen->geometry().center());
         move(box.topLeft());
+    }
+    // A modal dialog holds its caller here until it has ended.
+    if (isModal()) {
+        QEventLoop loop;
+        connect(this, &PropertyDialog::CompleteEdit, &loop, &QEventLoop::quit);
+        loop.exec(QEventLoop::DialogExec);
     }
 }
 

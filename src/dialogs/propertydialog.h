@@ -31,7 +31,8 @@ public:
     ~PropertyDialog() override;
 
     // The one public entry: keeps the four and shows the dialog, modeless,
-    // after its opening steps. Returns as soon as the dialog is up.
+    // after its opening steps. Returns as soon as the dialog is up; a modal
+    // dialog (the wave table) returns once it has ended.
     void
     Popup(ModuleDataPtr ModuleData, clsDrawLine *DrawLine, ScriptHost *ParentForm, qint16 Index);
     // Ends the dialog: the completion, once, then the object goes. The window

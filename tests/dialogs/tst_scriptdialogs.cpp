@@ -1,0 +1,409 @@
+#include "commondialog.h"
+#include "helpwindow.h"
+#include "messagerecorder.h"
+#include "programfolder.h"
+#include "scriptleveltesting.h"
+#include "selectedmoduletype.h"
+#include "shelltesting.h"
+
+#include <QListWidget>
+
+using namespace dialogtesting;
+using namespace scriptlevel;
+
+// Associate Script and the script call module: the associated-script list
+// of CommonModule, edited, chosen from, saved and reopened.
+class tst_ScriptDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void associateEdits_data();
+    void associateEdits();
+    void associateOpensFromMenu_data();
+    void associateOpensFromMenu();
+    void scriptCallSelects_data();
+    void scriptCallSelects();
+    void scriptCallCommitsOnlyItsOwn();
+    void scriptCallAddNew_data();
+    void scriptCallAddNew();
+    void listSurvivesSaveAndReopen();
+    void helpKeyOpensTopic_data();
+    void helpKeyOpensTopic();
+
+private:
+    void answerPicker(std::optional<QString> name)
+    {
+        ivr::CommonDialog::setTestAnswer([this, name](const ivr::CommonDialog &d,
+                                                      ivr::CommonDialog::Mode) {
+            m_pickerSeen = d.DialogTitle + '|' + d.Filter + '|' + d.FileName + '|'
+                           + QString::number(d.Flags, 16) + '|' + QString::number(d.CancelError);
+            return name;
+        });
+    }
+    // Works a dialog through "browse:path", "cancel-browse", "type:text",
+    // "add", "select:row", "delete", "ok" and "cancel".
+    void work(QWidget *dialog, const QStringList &actions);
+    ivr::Definition &common() { return activeViewer()->CommonModule()->definition(); }
+    void store(const QStringList &names)
+    {
+        for (const QString &name : names)
+            common().AddScript(name);
+    }
+    qint16 addScriptCall(const QString &scriptName)
+    {
+        frmScriptViewer *w = activeViewer();
+        const qint16 index = w->NextFreeModule();
+        w->AddModule(12, 3000, 3000);
+        module(*w, index)->moduleData()->definition().setScriptName(scriptName);
+        return index;
+    }
+
+    std::unique_ptr<ProgramFolder> m_folder;
+    std::unique_ptr<MessageRecorder> m_messages;
+    QString m_pickerSeen;
+};
+
+void tst_ScriptDialogs::init()
+{
+    m_folder = std::make_unique<ProgramFolder>();
+    QVERIFY(m_folder->isValid());
+    m_messages = std::make_unique<MessageRecorder>();
+    QVERIFY(shelltesting::start(*m_folder));
+}
+
+void tst_ScriptDialogs::cleanup()
+{
+    ivr::CommonDialog::clearTestAnswer();
+    shelltesting::discardFrame();
+    m_messages.reset();
+    m_folder.reset();
+}
+
+void tst_ScriptDialogs::work(QWidget *dialog, const QStringList &actions)
+{
+    auto *list = control<QListWidget>(dialog, "LstScripts");
+    for (const QString &action : actions) {
+        const QString arg = action.section(':', 1);
+        if (action.startsWith("browse:") || action == "cancel-browse") {
+            answerPicker(action == "cancel-browse" ? std::nullopt : std::optional(arg));
+            click(dialog, "cmdBrowse");
+        } else if (action.startsWith("type:")) {
+            control<QLineEdit>(dialog, "TxtScriptName")->setText(arg);
+        } else if (action == "add") {
+            click(dialog, "CmdAddScript");
+        } else if (action.startsWith("select:")) {
+            list->setCurrentRow(arg.toInt());
+        } else if (action == "delete") {
+            click(dialog, "cmdDelete");
+            // Qt would move the selection to the next row.
+            QVERIFY(list->selectedItems().isEmpty());
+        } else {
+            click(dialog, action == "ok" ? "cmdOk" : "cmdCancel");
+        }
+    }
+}
+
+void tst_ScriptDialogs::associateEdits_data()
+{
+    QTest::addColumn<QStringList>("stored");
+    QTest::addColumn<QStringList>("actions");
+    QTest::addColumn<QStringList>("written");
+    QTest::addColumn<bool>("edited");
+    QTest::addColumn<QStringList>("said");
+    const QString a = "/srv/ivr/a.ivr", b = "/srv/ivr/b.ivr", c = "/srv/ivr/c.ivr";
+    QTest::newRow("typed-before-browse-not-added")
+            << QStringList{} << QStringList{"type:" + a, "add", "ok"} << QStringList{} << false
+            << QStringList{};
+    QTest::newRow("second-add-adds-empty-row")
+            << QStringList{} << QStringList{"browse:" + a, "add", "add", "ok"} << QStringList{a, ""}
+            << true << QStringList{};
+    QTest::newRow("typed-over-browse-added-as-typed")
+            << QStringList{a} << QStringList{"browse:" + b, "type: " + c, "add", "ok"}
+            << QStringList{a, " " + c} << true << QStringList{};
+    QTest::newRow("cancelled-browse-brings-last-pick-back")
+            << QStringList{} << QStringList{"browse:" + a, "add", "cancel-browse", "add", "ok"}
+            << QStringList{a, a} << true << QStringList{};
+    QTest::newRow("browse-alone-is-no-edit") << QStringList{a} << QStringList{"browse:" + b, "ok"}
+                                             << QStringList{a} << false << QStringList{};
+    QTest::newRow("delete-removes-selected-row")
+            << QStringList{a, b, c} << QStringList{"select:1", "delete", "ok"} << QStringList{a, c}
+            << true << QStringList{};
+    QTest::newRow("delete-leaves-no-row-selected")
+            << QStringList{a, b, c} << QStringList{"select:0", "delete", "delete", "ok"}
+            << QStringList{b, c} << true << QStringList{"Select script"};
+    QTest::newRow("delete-without-rows-says-so")
+            << QStringList{} << QStringList{"delete", "ok"} << QStringList{} << false
+            << QStringList{"Select script"};
+    QTest::newRow("equal-names-all-rewritten")
+            << QStringList{a, b, a} << QStringList{"select:1", "delete", "ok"} << QStringList{a, a}
+            << true << QStringList{};
+    QTest::newRow("equal-names-one-deleted")
+            << QStringList{a, a, a} << QStringList{"select:2", "delete", "browse:" + b, "add", "ok"}
+            << QStringList{a, a, b} << true << QStringList{};
+    QTest::newRow("cancel-writes-nothing")
+            << QStringList{a} << QStringList{"browse:" + b, "add", "select:0", "delete", "cancel"}
+            << QStringList{a} << false << QStringList{};
+}
+
+void tst_ScriptDialogs::associateEdits()
+{
+    QFETCH(QStringList, stored);
+    QFETCH(QStringList, actions);
+    QFETCH(QStringList, written);
+    QFETCH(bool, edited);
+    QFETCH(QStringList, said);
+    store(stored);
+    ivr::PropertyDialog *dialog = openAssociateScript();
+    QVERIFY(dialog);
+    QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
+    work(dialog, actions);
+    QCOMPARE(completed.size(), 1);
+    QCOMPARE(completed.at(0).at(1).toBool(), edited);
+    QCOMPARE(common().scriptNames(), written);
+    QCOMPARE(common().ScriptCount(), written.size());
+    QStringList messages;
+    for (const ivr::MsgBox::Message &m : m_messages->messages()) {
+        QCOMPARE(m.icon, QMessageBox::NoIcon);
+        QCOMPARE(m.buttons, QMessageBox::Ok);
+        messages << m.text;
+    }
+    QCOMPARE(messages, said);
+}
+
+void tst_ScriptDialogs::associateOpensFromMenu_data()
+{
+    QTest::addColumn<bool>("changedBefore");
+    QTest::newRow("clean-script-stays-clean") << false;
+    QTest::newRow("changed-script-stays-changed") << true;
+}
+
+void tst_ScriptDialogs::associateOpensFromMenu()
+{
+    QFETCH(bool, changedBefore);
+    frmScriptViewer *w = activeViewer();
+    if (changedBefore) { // a module placed with the mouse
+        ivr::setSelectedModuleType(3);
+        QTest::mouseRelease(w->picMain(), Qt::LeftButton, {}, QPoint(100, 100));
+        ivr::setSelectedModuleType(0);
+    }
+    QCOMPARE(w->Changed(), changedBefore);
+    store({"/srv/ivr/b.ivr", "/srv/ivr/a.ivr"});
+    ivr::PropertyDialog *dialog = openAssociateScript();
+    QVERIFY(dialog);
+    QCOMPARE(dialog->windowTitle(), QStringLiteral("Associate Script"));
+    QCOMPARE(dialog->parentWidget(), frmAppMain::existing());
+    QVERIFY(!w->isEnabled());
+    QVERIFY(!control(dialog, "cmdWaveFiles")->isVisible());
+    auto *list = control<QListWidget>(dialog, "LstScripts");
+    QCOMPARE(list->count(), 2);
+    QCOMPARE(list->item(0)->text(), QStringLiteral("/srv/ivr/b.ivr"));
+    QVERIFY(list->selectedItems().isEmpty());
+
+    // Its own picker: the main window's shared one is left alone.
+    ivr::CommonDialog &shared = w->commonDialog();
+    shared.DialogTitle = QStringLiteral("Save");
+    work(dialog, {"browse:/srv/ivr/c.ivr", "cancel-browse"});
+    QCOMPARE(m_pickerSeen,
+             QStringLiteral("Open Brindlewave IVR Script |Brindlewave IVR Script (*.ivr) |*.ivr"
+                            "|/srv/ivr/c.ivr|81000|0"));
+    QCOMPARE(shared.DialogTitle, QStringLiteral("Save"));
+    work(dialog, {"add", "ok"});
+    QVERIFY(w->isEnabled());
+    QCOMPARE(w->Changed(), changedBefore);
+    QCOMPARE(common().ScriptName(3), QStringLiteral("/srv/ivr/c.ivr"));
+}
+
+void tst_ScriptDialogs::scriptCallSelects_data()
+{
+    QTest::addColumn<QStringList>("list");
+    QTest::addColumn<QString>("own");
+    QTest::addColumn<int>("selected");
+    const QString a = "/srv/ivr/a.ivr", b = "/srv/ivr/b.ivr";
+    QTest::newRow("exact-match-selected") << QStringList{a, b} << b << 1;
+    QTest::newRow("last-of-equal-rows-wins") << QStringList{a, b, a} << a << 2;
+    QTest::newRow("case-differs-no-selection") << QStringList{a} << a.toUpper() << -1;
+    QTest::newRow("blank-differs-no-selection") << QStringList{a} << a + " " << -1;
+    QTest::newRow("script-gone-no-selection") << QStringList{b} << a << -1;
+    QTest::newRow("no-scripts-empty-list") << QStringList{} << a << -1;
+}
+
+// OK right after the opening writes what the list shows: the name box has
+// already marked the dialog as edited.
+void tst_ScriptDialogs::scriptCallSelects()
+{
+    QFETCH(QStringList, list);
+    QFETCH(QString, own);
+    QFETCH(int, selected);
+    store(list);
+    frmScriptViewer *w = activeViewer();
+    const qint16 index = addScriptCall(own);
+    ivr::PropertyDialog *dialog = open(*w, index);
+    QVERIFY(dialog);
+    QCOMPARE(dialog->windowTitle(), QString::number(index));
+    auto *combo = control<QComboBox>(dialog, "cboScripts");
+    QCOMPARE(combo->count(), list.size());
+    for (int i = 0; i < list.size(); ++i)
+        QCOMPARE(combo->itemText(i), list.at(i));
+    QCOMPARE(combo->currentIndex(), selected);
+    QVERIFY(dialog->Edited());
+    click(dialog, "cmdOk");
+    QCOMPARE(module(*w, index)->moduleData()->definition().ScriptName(),
+             selected >= 0 ? list.at(selected) : QString());
+}
+
+void tst_ScriptDialogs::scriptCallCommitsOnlyItsOwn()
+{
+    store({"/srv/ivr/a.ivr", "/srv/ivr/b.ivr"});
+    frmScriptViewer *w = activeViewer();
+    const qint16 call = addScriptCall(QString());
+    const qint16 play = w->NextFreeModule();
+    w->AddModule(3, 6000, 3000);
+    const QString target = QStringLiteral("[%1]").arg(call);
+    module(*w, play)->moduleData()->definition().setNextModule(target);
+    w->setFileName(m_folder->file("calls.ivr"));
+    QVERIFY(w->SaveScript(false));
+    ivr::PropertyDialog *dialog = open(*w, call);
+    QVERIFY(!w->isEnabled());
+    control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("  "));
+    click(dialog, "cmdOk");
+    QCOMPARE(m_messages->lastText(), QStringLiteral("Invalid Name"));
+    QVERIFY(dialog->isVisible());
+    control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Billing"));
+    choose(dialog, "cboScripts", "/srv/ivr/b.ivr");
+    click(dialog, "cmdOk");
+    const ivr::ModuleDataPtr data = module(*w, call)->moduleData();
+    QCOMPARE(data->Name(), QStringLiteral("Billing"));
+    QCOMPARE(data->definition().ScriptName(), QStringLiteral("/srv/ivr/b.ivr"));
+    // The window is only enabled: the caption, the exits naming the module
+    // and the unsaved-changes flag stay as they were.
+    QVERIFY(w->isEnabled());
+    QCOMPARE(module(*w, call)->Caption(), QString::number(call));
+    QCOMPARE(exitOf(*w, play, "NextModule"), target);
+    QVERIFY(!w->Changed());
+    QCOMPARE(common().scriptNames(), QStringList({"/srv/ivr/a.ivr", "/srv/ivr/b.ivr"}));
+}
+
+void tst_ScriptDialogs::scriptCallAddNew_data()
+{
+    QTest::addColumn<QStringList>("actions");
+    QTest::addColumn<int>("selected");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("change-refills-without-selection")
+            << QStringList{"browse:/srv/ivr/c.ivr", "add", "ok"} << -1 << 3;
+    QTest::newRow("cancel-keeps-selection")
+            << QStringList{"select:0", "delete", "cancel"} << 1 << 2;
+    QTest::newRow("ok-unchanged-keeps-selection") << QStringList{"ok"} << 1 << 2;
+}
+
+void tst_ScriptDialogs::scriptCallAddNew()
+{
+    QFETCH(QStringList, actions);
+    QFETCH(int, selected);
+    QFETCH(int, rows);
+    store({"/srv/ivr/a.ivr", "/srv/ivr/b.ivr"});
+    frmScriptViewer *w = activeViewer();
+    const qint16 call = addScriptCall("/srv/ivr/b.ivr");
+    ivr::PropertyDialog *scripts = open(*w, call);
+    click(scripts, "CmdAddNew");
+    ivr::PropertyDialog *associate = shown("FrmCommon");
+    QVERIFY(associate);
+    QCOMPARE(associate->parentWidget(), frmAppMain::existing());
+    QVERIFY(!scripts->isEnabled());
+    QVERIFY(!w->isEnabled());
+    // Not the window's own Associate Script: the window hears nothing of it.
+    QVERIFY(!w->openDialog("FrmCommon"));
+    work(associate, actions);
+    QVERIFY(scripts->isEnabled());
+    QVERIFY(!w->isEnabled());
+    auto *combo = control<QComboBox>(scripts, "cboScripts");
+    QCOMPARE(combo->count(), rows);
+    QCOMPARE(combo->currentIndex(), selected);
+    click(scripts, "cmdOk");
+    QVERIFY(w->isEnabled());
+    QCOMPARE(module(*w, call)->moduleData()->definition().ScriptName(),
+             selected >= 0 ? QStringLiteral("/srv/ivr/b.ivr") : QString());
+}
+
+void tst_ScriptDialogs::listSurvivesSaveAndReopen()
+{
+    const QString a = m_folder->file("a.ivr"), b = m_folder->file("b.ivr");
+    const QString path = m_folder->file("main.ivr");
+    frmScriptViewer *w = activeViewer();
+    ivr::PropertyDialog *dialog = openAssociateScript();
+    work(dialog,
+         {"browse:" + b,
+          "add",
+          "browse:" + a,
+          "add",
+          "browse:" + b,
+          "add",
+          "browse:" + a,
+          "add",
+          "select:2",
+          "delete",
+          "ok"});
+    QCOMPARE(common().scriptNames(), QStringList({b, a, a}));
+    const qint16 call = addScriptCall(QString());
+    w->setFileName(path);
+    QVERIFY(w->SaveScript(false));
+
+    frmScriptViewer *reopened = frmAppMain::existing()->NewScriptWindow();
+    reopened->OpenScript(path);
+    QCOMPARE(reopened->CommonModule()->definition().scriptNames(), QStringList({b, a, a}));
+    dialog = open(*reopened, call);
+    QVERIFY(dialog);
+    auto *combo = control<QComboBox>(dialog, "cboScripts");
+    QCOMPARE(combo->count(), 3);
+    combo->setCurrentIndex(1);
+    click(dialog, "cmdOk");
+    QVERIFY(reopened->SaveScript(false));
+
+    frmScriptViewer *third = frmAppMain::existing()->NewScriptWindow();
+    third->OpenScript(path);
+    QCOMPARE(module(*third, call)->moduleData()->definition().ScriptName(), a);
+    dialog = open(*third, call);
+    QCOMPARE(control<QComboBox>(dialog, "cboScripts")->currentIndex(), 2); // the last "a"
+    click(dialog, "cmdCancel");
+}
+
+void tst_ScriptDialogs::helpKeyOpensTopic_data()
+{
+    QTest::addColumn<QString>("dialogClass");
+    QTest::addColumn<QString>("topic");
+    QTest::newRow("associate-script-topic") << "FrmCommon"
+                                            << "bdw_d_scripts.htm";
+    QTest::newRow("script-call-topic") << "FrmScripts"
+                                       << "bdw_d_scripts.htm";
+    QTest::newRow("wave-table-topic") << "frmWaveFile"
+                                      << "bdw_d_wavefiles.htm";
+}
+
+void tst_ScriptDialogs::helpKeyOpensTopic()
+{
+    QFETCH(QString, dialogClass);
+    QFETCH(QString, topic);
+    const auto pressF1 = [](QWidget *dialog) {
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        QTest::keyClick(dialog, Qt::Key_F1);
+    };
+    if (dialogClass == "frmWaveFile") {
+        QVERIFY(withWaveFiles(pressF1));
+    } else {
+        ivr::PropertyDialog *dialog = dialogClass == "FrmCommon"
+                                              ? openAssociateScript()
+                                              : open(*activeViewer(), addScriptCall(QString()));
+        pressF1(dialog);
+        click(dialog, "cmdCancel");
+    }
+    ivr::HelpWindow *help = ivr::HelpWindow::existing();
+    QVERIFY(help);
+    QCOMPARE(help->currentUrl().fileName(), topic);
+    delete help;
+}
+
+QTEST_MAIN(tst_ScriptDialogs)
+#include "tst_scriptdialogs.moc"
