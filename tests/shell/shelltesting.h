@@ -6,6 +6,9 @@
 #include "startup.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QThread>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -27,9 +30,16 @@ inline void useStoreOf(const ProgramFolder &folder)
 inline frmAppMain *start(const ProgramFolder &folder, const QStringList &arguments = {})
 {
     useStoreOf(folder);
-    if (ivr::Startup::Main(arguments) != 0)
-        return nullptr;
-    return frmAppMain::existing();
+    const int result = ivr::Startup::Main(arguments);
+    // The registration stand-in runs on after the start: its line must be in
+    // before the test's folder is removed, or it lands in a folder on its way out.
+    QFile standIn(folder.file(QStringLiteral("regSvr.sh")));
+    if (standIn.open(QIODevice::ReadOnly) && standIn.readAll().contains("regSvr.log")) {
+        QDeadlineTimer deadline(5000);
+        while (folder.regSvrLog().isEmpty() && !deadline.hasExpired())
+            QThread::msleep(5);
+    }
+    return result == 0 ? frmAppMain::existing() : nullptr;
 }
 
 inline bool closeFrame()
