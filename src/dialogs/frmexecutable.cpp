@@ -13,7 +13,7 @@ FrmExecutable::FrmExecutable(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(11));
+    ui->Image1->setPixmap(ModuleIcon::picture(11, ui->Image1->size()));
     for (QLineEdit *box : {ui->txtModuleName, ui->TxtFileName, ui->txtArguments})
         marksEdited(box, &QLineEdit::textChanged);
     for (QComboBox *combo : {ui->cboRunMode, ui->cboSuccess, ui->cboFail})

@@ -12,7 +12,7 @@ frmPropCondition::frmPropCondition(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(13));
+    ui->Image1->setPixmap(ModuleIcon::picture(13, ui->Image1->size()));
     marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
     marksEdited(ui->txtCondition, &QPlainTextEdit::textChanged);
     marksEdited(ui->cboSuccess);

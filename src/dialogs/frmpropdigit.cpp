@@ -33,7 +33,7 @@ frmPropDigit::frmPropDigit(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(4));
+    ui->Image1->setPixmap(ModuleIcon::picture(4, ui->Image1->size()));
     m_prompt = new PromptGroup(
             {ui->optTTS_0,
              ui->optTTS_1,

@@ -13,7 +13,7 @@ frmPropEMail::frmPropEMail(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(9));
+    ui->Image1->setPixmap(ModuleIcon::picture(9, ui->Image1->size()));
     for (QLineEdit *box :
          {ui->txtModuleName, ui->txtTo, ui->txtFrom, ui->txtSubject, ui->txtAttachment})
         marksEdited(box, &QLineEdit::textChanged);

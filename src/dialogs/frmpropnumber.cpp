@@ -14,7 +14,7 @@ frmPropNumber::frmPropNumber(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(5));
+    ui->Image1->setPixmap(ModuleIcon::picture(5, ui->Image1->size()));
     m_prompt = new PromptGroup(
             {ui->optTTS_0,
              ui->optTTS_1,

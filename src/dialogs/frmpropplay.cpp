@@ -13,7 +13,7 @@ frmPropPlay::frmPropPlay(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(3));
+    ui->Image1->setPixmap(ModuleIcon::picture(3, ui->Image1->size()));
     m_prompt = new PromptGroup(
             {ui->optTTS_0,
              ui->optTTS_1,

@@ -13,7 +13,7 @@ frmPropQuery::frmPropQuery(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(8));
+    ui->Image1->setPixmap(ModuleIcon::picture(8, ui->Image1->size()));
     marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
     marksEdited(ui->txtConString, &QLineEdit::textChanged);
     marksEdited(ui->txtQuery, &QPlainTextEdit::textChanged);

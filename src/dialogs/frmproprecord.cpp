@@ -13,7 +13,7 @@ frmPropRecord::frmPropRecord(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(7));
+    ui->Image1->setPixmap(ModuleIcon::picture(7, ui->Image1->size()));
     m_prompt = new PromptGroup(
             {ui->optTTS_0,
              ui->optTTS_1,

@@ -13,7 +13,7 @@ frmPropTransfer::frmPropTransfer(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(6));
+    ui->Image1->setPixmap(ModuleIcon::picture(6, ui->Image1->size()));
     // Browsing marks the dialog itself, so a cancelled choice over an empty
     // box counts as an edit too.
     m_prompt = new PromptGroup(

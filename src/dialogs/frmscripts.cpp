@@ -15,7 +15,7 @@ FrmScripts::FrmScripts(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    ui->Image1->setPixmap(ModuleIcon::picture(12));
+    ui->Image1->setPixmap(ModuleIcon::picture(12, ui->Image1->size()));
     marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
     marksEdited(ui->cboScripts);
     connect(ui->CmdAddNew, &QPushButton::clicked, this, &FrmScripts::CmdAddNew_Click);
