@@ -47,7 +47,7 @@ void writeScript(const QString &path, int modules)
         m->definition().setOnTimeOut("[" + nameOf(i) + "]");
     }
     add(0, QStringLiteral("End Call"), 1215, 3870);
-    ModuleDataPtr common = ModuleData::createNew(98, QStringLiteral("Common"));
+    ModuleDataPtr common = ModuleData::createNew(ModuleData::CommonModuleType, QStringLiteral("Common"));
     list.Add(common);
     bool ok = false;
     ScriptFile().Save(path, list, ok);

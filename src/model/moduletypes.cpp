@@ -1,5 +1,7 @@
 #include "moduletypes.h"
 
+#include "moduledata.h"
+
 #include <QHash>
 
 namespace ivr {
@@ -45,7 +47,7 @@ const QHash<int, ModuleTypeInfo> &table()
                  {"FileName", "CommandLine", "RunMode"}},
                 {12, "Start Other Vorel IVR Script", "FrmScripts", {"ScriptName"}},
                 {13, "Check Condition", "frmPropCondition", {"Condition"}},
-                {98, "", "FrmCommon", {"BeepFileName", "ScriptCount"}},
+                {ModuleData::CommonModuleType, "", "FrmCommon", {"BeepFileName", "ScriptCount"}},
         };
         QHash<int, ModuleTypeInfo> byType;
         for (const ModuleTypeInfo &entry : list)

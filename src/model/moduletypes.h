@@ -1,5 +1,7 @@
 #pragma once
 
+#include "moduledata.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -22,7 +24,7 @@ class ModuleTypes
 public:
     static constexpr int EndCall = 0;
     static constexpr int Connected = 1;
-    static constexpr int Common = 98;
+    static constexpr int Common = ModuleData::CommonModuleType;
 
     static const ModuleTypeInfo &info(int type);
 };

@@ -6,6 +6,7 @@
 #include "moduledata.h"
 #include "scripthost.h"
 
+#include <QJsonObject>
 #include <QList>
 #include <QMetaObject>
 #include <QPointer>
@@ -136,6 +137,9 @@ private:
     ControlArray<VorelDirection> m_VorelDirection1;
     ivr::clsDrawLine m_DrawLine;
     ivr::ModuleDataPtr m_CommonModule;
+    // What the file held at its top level that this program does not know,
+    // written back at every save.
+    QJsonObject m_fileKeys;
     QString m_FileName;
     // The file whose old contents a save may replace: loaded or written
     // here, picked in the save dialog, or kept as a backup.

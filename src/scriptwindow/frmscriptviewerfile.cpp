@@ -47,6 +47,7 @@ void frmScriptViewer::OpenScript(const QString &path)
     if (list && !fitsWindow(path, *list))
         list.reset();
     if (list) {
+        m_fileKeys = list->unknownKeys();
         IndexByKey keys;
         placeModules(*list, keys);
         linkModules(*list, keys);
@@ -186,6 +187,7 @@ bool frmScriptViewer::SaveScript(bool SaveAs)
     if (!collectModules(list))
         return false;
     list.Add(m_CommonModule);
+    list.setUnknownKeys(m_fileKeys);
     if (!keepOldFile())
         return false;
     setWindowTitle(m_FileName.left(m_FileName.size() - suffix.size()));

@@ -26,6 +26,8 @@ StatusPanels::StatusPanels(QWidget *parent)
     m_time->setObjectName(QStringLiteral("sbStatusBarPanel3"));
     m_time->setAccessibleName(QStringLiteral("Time"));
     for (QLabel *label : {m_text, m_date, m_time}) {
+        // A module's name is shown as written, never read as markup.
+        label->setTextFormat(Qt::PlainText);
         label->setFrameShape(QFrame::StyledPanel);
         label->setFrameShadow(QFrame::Sunken);
         label->setMouseTracking(true);

@@ -10,6 +10,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTest>
@@ -78,6 +81,7 @@ private slots:
     void cleanup();
     void roundTripKeepsEverything();
     void reopenPacksIndices();
+    void unknownTopLevelKeysKept();
     void reopenRebuildsOnlyItsExits_data();
     void reopenRebuildsOnlyItsExits();
     void damagedFileLeavesWindowSafe_data();
@@ -192,6 +196,26 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
         QCOMPARE(c2.MonthFile(i), c1.MonthFile(i));
     QCOMPARE(c2.scriptNames(), c1.scriptNames());
     QCOMPARE(c2.scriptNames().size(), 2);
+}
+
+void tst_frmScriptViewerFile::unknownTopLevelKeysKept()
+{
+    const QString file = m_folder->file(QStringLiteral("newer.ivr"));
+    QFile f(file);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(R"({"format": "brindlewave-ivr-script", "version": 1, "producer": {"by": "x"},
+               "modules": []})");
+    f.close();
+    {
+        frmScriptViewer w;
+        w.OpenScript(file);
+        w.AddModule(3, 100, 100);
+        QVERIFY(w.SaveScript(false));
+    }
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    const QJsonObject saved = QJsonDocument::fromJson(f.readAll()).object();
+    QCOMPARE(saved.value("producer").toObject().value("by").toString(), QStringLiteral("x"));
+    QCOMPARE(saved.value("modules").toArray().size(), 4);
 }
 
 void tst_frmScriptViewerFile::reopenPacksIndices()

@@ -8,12 +8,12 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
-#include <QThread>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
+#include <QThread>
 #include <QtTest>
 
 // QSettings keeps the first configuration folder it sees for the whole

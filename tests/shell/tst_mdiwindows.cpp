@@ -6,6 +6,7 @@
 #include "toolbox.h"
 #include "vorelmodule.h"
 
+#include <QLabel>
 #include <QToolBar>
 
 using namespace shelltesting;
@@ -191,7 +192,7 @@ void tst_MdiWindows::statusBarNamesClickedModule_data()
     QTest::addColumn<QList<int>>("clicks");
     QTest::addColumn<QString>("text");
     QTest::newRow("click-names-nothing") << QList<int>{0} << "Connected";
-    QTest::newRow("second-click-keeps-first-name") << QList<int>{0, 1} << "End Call";
+    QTest::newRow("second-click-keeps-first-name") << QList<int>{0, 1} << "<h1>End Call</h1>";
 }
 
 void tst_MdiWindows::statusBarNamesClickedModule()
@@ -201,6 +202,9 @@ void tst_MdiWindows::statusBarNamesClickedModule()
     frmAppMain *frame = startLarge();
     QVERIFY(frame);
     frmScriptViewer *viewer = viewerOf(scriptWindows().constFirst());
+    // A name is shown as written, never read as markup.
+    viewer->cmVorelModule().at(1)->setCaption(QStringLiteral("<h1>End Call</h1>"));
+    QCOMPARE(frame->findChild<QLabel *>("sbStatusBarPanel1")->textFormat(), Qt::PlainText);
     for (int index : clicks)
         QTest::mouseClick(viewer->cmVorelModule().at(qint16(index)), Qt::LeftButton);
     QCOMPARE(frame->sbStatusBar()->panelText(), text);
