@@ -1,11 +1,11 @@
 #include "dialogtable.h"
 
+#include "frmcommon.h"
 #include "frmexecutable.h"
 #include "frmpropcondition.h"
-#include "frmcommon.h"
 #include "frmpropconnect.h"
-#include "frmpropemail.h"
 #include "frmpropdigit.h"
+#include "frmpropemail.h"
 #include "frmpropend.h"
 #include "frmpropnumber.h"
 #include "frmpropplay.h"

@@ -34,19 +34,8 @@ frmPropDigit::frmPropDigit(QWidget *parent)
     ui->setupUi(this);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(4, ui->Image1->size()));
-    m_prompt = new PromptGroup(
-            {ui->optTTS_0,
-             ui->optTTS_1,
-             ui->lblWaveFile,
-             ui->txtWaveFile,
-             ui->cmdBrowse,
-             ui->lblTTS,
-             ui->txtTTS,
-             ui->cmdPlay},
-            [this] { markEdited(); },
-            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
-            PromptGroup::Browse::ThroughFileBox,
-            this);
+    m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()),
+                               PromptGroup::Browse::ThroughFileBox);
     for (int row = 0; row < FlowRows; ++row) {
         m_cboFlow[row] = findChild<QComboBox *>(QStringLiteral("cboFlow_%1").arg(row));
         marksEdited(m_cboFlow[row]);

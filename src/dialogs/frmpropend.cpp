@@ -12,19 +12,8 @@ frmPropEnd::frmPropEnd(QWidget *parent)
 {
     ui->setupUi(this);
     fixWindow();
-    m_prompt = new PromptGroup(
-            {ui->optTTS_0,
-             ui->optTTS_1,
-             ui->lblWaveFile,
-             ui->txtWaveFile,
-             ui->cmdBrowse,
-             ui->lblTTS,
-             ui->txtTTS,
-             ui->cmdPlay},
-            [this] { markEdited(); },
-            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
-            PromptGroup::Browse::ThroughFileBox,
-            this);
+    m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()),
+                               PromptGroup::Browse::ThroughFileBox);
     connectButtons(ui->cmdOk, ui->cmdCancel);
 }
 

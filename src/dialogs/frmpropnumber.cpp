@@ -15,19 +15,8 @@ frmPropNumber::frmPropNumber(QWidget *parent)
     ui->setupUi(this);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(5, ui->Image1->size()));
-    m_prompt = new PromptGroup(
-            {ui->optTTS_0,
-             ui->optTTS_1,
-             ui->lblWaveFile,
-             ui->txtWaveFile,
-             ui->cmdBrowse,
-             ui->lblTTS,
-             ui->txtTTS,
-             ui->cmdPlay},
-            [this] { markEdited(); },
-            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
-            PromptGroup::Browse::ThroughFileBox,
-            this);
+    m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()),
+                               PromptGroup::Browse::ThroughFileBox);
     marksEdited(ui->cboSuccess);
     marksEdited(ui->cboTimeout);
     marksEdited(ui->chkPlayBeep, &QCheckBox::toggled);

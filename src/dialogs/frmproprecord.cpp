@@ -14,19 +14,8 @@ frmPropRecord::frmPropRecord(QWidget *parent)
     ui->setupUi(this);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(7, ui->Image1->size()));
-    m_prompt = new PromptGroup(
-            {ui->optTTS_0,
-             ui->optTTS_1,
-             ui->lblWaveFile,
-             ui->txtWaveFile,
-             ui->cmdBrowse,
-             ui->lblTTS,
-             ui->txtTTS,
-             ui->cmdPlay},
-            [this] { markEdited(); },
-            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
-            PromptGroup::Browse::ThroughFileBox,
-            this);
+    m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()),
+                               PromptGroup::Browse::ThroughFileBox);
     marksEdited(ui->cboNext);
     marksEdited(ui->chkPlayBeep, &QCheckBox::toggled);
     marksEdited(ui->chkStopRecordOnDigit, &QCheckBox::toggled);

@@ -16,19 +16,7 @@ frmPropTransfer::frmPropTransfer(QWidget *parent)
     ui->Image1->setPixmap(ModuleIcon::picture(6, ui->Image1->size()));
     // Browsing marks the dialog itself, so a cancelled choice over an empty
     // box counts as an edit too.
-    m_prompt = new PromptGroup(
-            {ui->optTTS_0,
-             ui->optTTS_1,
-             ui->lblWaveFile,
-             ui->txtWaveFile,
-             ui->cmdBrowse,
-             ui->lblTTS,
-             ui->txtTTS,
-             ui->cmdPlay},
-            [this] { markEdited(); },
-            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
-            PromptGroup::Browse::MarksEdited,
-            this);
+    m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()), PromptGroup::Browse::MarksEdited);
     marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
     // txtExtNo marks nothing: a new number typed on its own is not written.
     connectButtons(ui->cmdOk, ui->cmdCancel);

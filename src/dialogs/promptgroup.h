@@ -38,6 +38,20 @@ public:
     // of the file box that it brings does.
     enum class Browse { ThroughFileBox, MarksEdited };
 
+    // The group's controls of a dialog's generated form, which names them alike.
+    template<typename Form>
+    static Controls controlsOf(Form *ui)
+    {
+        return {ui->optTTS_0,
+                ui->optTTS_1,
+                ui->lblWaveFile,
+                ui->txtWaveFile,
+                ui->cmdBrowse,
+                ui->lblTTS,
+                ui->txtTTS,
+                ui->cmdPlay};
+    }
+
     PromptGroup(const Controls &controls,
                 std::function<void()> markEdited,
                 std::function<CommonDialog &()> picker,

@@ -62,6 +62,17 @@ void PropertyDialog::fixWindow()
     setFixedSize(size());
 }
 
+PromptGroup *PropertyDialog::makePromptGroup(const PromptGroup::Controls &controls,
+                                             PromptGroup::Browse browse)
+{
+    return new PromptGroup(
+            controls,
+            [this] { markEdited(); },
+            [this]() -> CommonDialog & { return m_ParentForm->commonDialog(); },
+            browse,
+            this);
+}
+
 void PropertyDialog::connectButtons(QPushButton *ok, QPushButton *cancel)
 {
     for (QPushButton *button : findChildren<QPushButton *>()) {

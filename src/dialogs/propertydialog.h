@@ -1,6 +1,7 @@
 #pragma once
 
 #include "moduledata.h"
+#include "promptgroup.h"
 
 #include <QDialog>
 #include <QList>
@@ -81,6 +82,8 @@ protected:
         connect(widget, signal, this, [this] { markEdited(); });
     }
     void fixWindow();
+    // The prompt group, marking this dialog and browsing with its window's picker.
+    PromptGroup *makePromptGroup(const PromptGroup::Controls &controls, PromptGroup::Browse browse);
 
     // Exit combos: every module but Connected, by array position, with the
     // position of the one the stored value names (the last match wins).
