@@ -1,6 +1,7 @@
 #include "frmpropdigit.h"
 #include "ui_frmpropdigit.h"
 
+#include "exittables.h"
 #include "moduleicon.h"
 #include "promptgroup.h"
 #include "scripthost.h"
@@ -10,20 +11,13 @@ namespace ivr {
 namespace {
 
 // cboFlow(row) and the exit it writes, in the order the commit writes them:
-// the ten digits, then star, hash and the time-out.
-constexpr std::array<const char *, frmPropDigit::FlowRows> FlowKeys{"OnDigit0",
-                                                                    "OnDigit1",
-                                                                    "OnDigit2",
-                                                                    "OnDigit3",
-                                                                    "OnDigit4",
-                                                                    "OnDigit5",
-                                                                    "OnDigit6",
-                                                                    "OnDigit7",
-                                                                    "OnDigit8",
-                                                                    "OnDigit9",
-                                                                    "OnStar",
-                                                                    "OnHash",
-                                                                    "OnTimeOut"};
+// the ten digits, then star, hash and the time-out, as the module type's
+// exits stand in the one exit table.
+const QStringList &flowKeys()
+{
+    static const QStringList keys = ExitTables::keys(4, ExitWalk::DialogWrites);
+    return keys;
+}
 
 } // namespace
 
@@ -50,7 +44,7 @@ frmPropDigit::~frmPropDigit() = default;
 
 QString frmPropDigit::flowKey(int row)
 {
-    return QString::fromLatin1(FlowKeys.at(row));
+    return flowKeys().at(row);
 }
 
 void frmPropDigit::Load()
