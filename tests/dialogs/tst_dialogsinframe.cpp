@@ -20,6 +20,8 @@ private slots:
     void init();
     void cleanup();
     void ownedByFrameAndFrameUsable();
+    void openedFromMenuAndToolbar_data();
+    void openedFromMenuAndToolbar();
     void exitAsksAndCancelKeepsDialog();
     void exitWithDialogOpenEndsCleanly();
     void closingWindowEndsItsDialog();
@@ -71,6 +73,32 @@ void tst_DialogsInFrame::ownedByFrameAndFrameUsable()
     QCOMPARE(second->cmVorelModule().count(), 3);
     click(dialog, "cmdCancel");
     QVERIFY(w->isEnabled());
+}
+
+void tst_DialogsInFrame::openedFromMenuAndToolbar_data()
+{
+    QTest::addColumn<bool>("toolbar");
+    QTest::newRow("edit-property-menu") << false;
+    QTest::newRow("show-property-button") << true;
+}
+
+void tst_DialogsInFrame::openedFromMenuAndToolbar()
+{
+    QFETCH(bool, toolbar);
+    frmAppMain *frame = frmAppMain::existing();
+    frmScriptViewer *w = activeViewer();
+    w->AddModule(3, 3000, 3000);
+    QTest::mouseClick(module(*w, 2), Qt::LeftButton); // the module takes the focus
+    (toolbar ? frame->cmdMain(4) : frame->mnuEditProperty())->trigger();
+    ivr::PropertyDialog *dialog = nullptr;
+    for (QWidget *top : QApplication::topLevelWidgets()) {
+        if (auto *d = qobject_cast<ivr::PropertyDialog *>(top); d && d->isVisible())
+            dialog = d;
+    }
+    QVERIFY(dialog);
+    QCOMPARE(dialog->Index(), qint16(2));
+    QCOMPARE(dialog->metaObject()->className(), "ivr::frmPropPlay");
+    click(dialog, "cmdCancel");
 }
 
 void tst_DialogsInFrame::exitAsksAndCancelKeepsDialog()
