@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QMdiSubWindow>
 #include <QRubberBand>
 #include <QScrollBar>
@@ -121,6 +122,12 @@ frmScriptViewer::~frmScriptViewer()
 {
     setScriptMenuAttached(false);
     unloadDialogs();
+    // Every control of a freshly opened script still has its polish request
+    // queued until the event loop turns. Deleting a widget with a queued
+    // event walks the thread's whole queue, and thousands of controls
+    // deleted one by one walk it thousands of times: the requests are
+    // delivered now, in one pass, as the loop would have done next.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::PolishRequest);
 }
 
 QWidget *frmScriptViewer::picMain()
