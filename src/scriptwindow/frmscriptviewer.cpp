@@ -126,8 +126,10 @@ frmScriptViewer::~frmScriptViewer()
     // queued until the event loop turns. Deleting a widget with a queued
     // event walks the thread's whole queue, and thousands of controls
     // deleted one by one walk it thousands of times: the requests are
-    // delivered now, in one pass, as the loop would have done next.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::PolishRequest);
+    // dropped in one pass first. Nothing is delivered here, since other
+    // windows may be half torn down; a widget dropped by mistake is still
+    // polished when it is shown.
+    QCoreApplication::removePostedEvents(nullptr, QEvent::PolishRequest);
 }
 
 QWidget *frmScriptViewer::picMain()
