@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -58,6 +59,24 @@ double msSince(const QElapsedTimer &t)
     return t.nsecsElapsed() / 1e6;
 }
 
+// The process's resident memory, in MiB.
+double residentMiB()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024;
+    }
+    return 0;
+}
+
+const char *holds(bool ok)
+{
+    return ok ? "holds" : "MISSED";
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -66,6 +85,14 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     QTextStream out(stdout);
     QTemporaryDir dir;
+    double emptyWindow = 0;
+    {
+        frmScriptViewer empty;
+        QCoreApplication::processEvents();
+        emptyWindow = residentMiB();
+    }
+    double withThousand = 0;
+    double closeAt5000 = 0;
     out << "modules  file load  file save  window open  window save  (ms)" << Qt::endl;
     double openAt1000 = 0;
     double openAt5000 = 0;
@@ -90,6 +117,10 @@ int main(int argc, char **argv)
         t.start();
         w->SaveScript(false);
         const double save = msSince(t);
+        if (modules == 1000) {
+            QCoreApplication::processEvents();
+            withThousand = residentMiB();
+        }
         t.start();
         delete w;
         const double close = msSince(t);
@@ -99,9 +130,20 @@ int main(int argc, char **argv)
             << close << " ms)" << Qt::endl;
         if (modules == 1000)
             openAt1000 = open;
-        if (modules == 5000)
+        if (modules == 5000) {
             openAt5000 = open;
+            closeAt5000 = close;
+        }
     }
-    out << "window open growth 1,000 -> 5,000 modules: x" << openAt5000 / openAt1000 << Qt::endl;
+    const double growth = openAt5000 / openAt1000;
+    out << "window open growth 1,000 -> 5,000 modules: x" << growth << Qt::endl;
+    out << "aims: open 1,000 < 100 ms: " << openAt1000 << " " << holds(openAt1000 < 100)
+        << "; open 5,000 < 600 ms: " << openAt5000 << " " << holds(openAt5000 < 600)
+        << "; growth <= x6: " << holds(growth <= 6) << "; close 5,000 < 200 ms: " << closeAt5000
+        << " " << holds(closeAt5000 < 200) << Qt::endl;
+    const double memoryAim = 2 * emptyWindow + 50;
+    out << "resident memory: empty window " << emptyWindow << " MiB, 1,000 modules open "
+        << withThousand << " MiB, aim < " << memoryAim
+        << " MiB: " << holds(withThousand < memoryAim) << Qt::endl;
     return 0;
 }

@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QMdiSubWindow>
 #include <QRubberBand>
 #include <QScrollBar>
@@ -121,6 +122,14 @@ frmScriptViewer::~frmScriptViewer()
 {
     setScriptMenuAttached(false);
     unloadDialogs();
+    // Every control of a freshly opened script still has its polish request
+    // queued until the event loop turns. Deleting a widget with a queued
+    // event walks the thread's whole queue, and thousands of controls
+    // deleted one by one walk it thousands of times: the requests are
+    // dropped in one pass first. Nothing is delivered here, since other
+    // windows may be half torn down; a widget dropped by mistake is still
+    // polished when it is shown.
+    QCoreApplication::removePostedEvents(nullptr, QEvent::PolishRequest);
 }
 
 QWidget *frmScriptViewer::picMain()

@@ -86,6 +86,20 @@ QByteArray memberLines(const QJsonObject &object)
     return text.mid(2, text.size() - 4); // "{\n" and "}\n"
 }
 
+// Appends the lines of text, each line after the first indented by two more
+// levels. Line by line into the output: replacing the breaks within the
+// text first moves its tail once per line.
+void appendIndented(QByteArray &out, QByteArrayView text)
+{
+    qsizetype from = 0;
+    for (qsizetype at = text.indexOf('\n'); at >= 0; at = text.indexOf('\n', from)) {
+        out.append(text.sliced(from, at - from));
+        out.append("\n        ");
+        from = at + 1;
+    }
+    out.append(text.sliced(from));
+}
+
 // The document is written module by module rather than built whole: one
 // QJsonArray holding every module costs three times the writing itself on a
 // large script. The output is the same indented JSON. Keys this version does
@@ -103,10 +117,9 @@ QByteArray serialise(const ModuleList &list)
         entry.insert(u"name", module->Name());
         entry.insert(u"type", module->ModuleType());
         entry.insert(u"definition", definitionToJson(*module));
-        QByteArray text = QJsonDocument(entry).toJson(QJsonDocument::Indented);
-        text.chop(1); // its closing newline
+        const QByteArray text = QJsonDocument(entry).toJson(QJsonDocument::Indented);
         out += separator;
-        out += text.replace('\n', "\n        ");
+        appendIndented(out, QByteArrayView(text).chopped(1)); // without its closing newline
         separator = ",\n        ";
     }
     QJsonObject unknown = list.unknownKeys();

@@ -33,9 +33,16 @@ bool isKnownModuleType(double type)
     return (type >= 0 && type <= 13) || type == ModuleData::CommonModuleType;
 }
 
-// The keys of an object other than the given ones, as they came.
+// The keys of an object other than the given ones, as they came. Removing a
+// key copies the object out of the parsed document; most objects hold only
+// known keys and are not copied at all.
 QJsonObject otherKeys(QJsonObject object, std::initializer_list<QStringView> known)
 {
+    qsizetype present = 0;
+    for (const QStringView key : known)
+        present += object.contains(key) ? 1 : 0;
+    if (present == object.size())
+        return {};
     for (const QStringView key : known)
         object.remove(key);
     return object;
