@@ -12,6 +12,7 @@ FrmExecutable::FrmExecutable(QWidget *parent)
     , ui(std::make_unique<Ui::FrmExecutable>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(11, ui->Image1->size()));
     for (QLineEdit *box : {ui->txtModuleName, ui->TxtFileName, ui->txtArguments})
@@ -39,13 +40,8 @@ void FrmExecutable::FillExitLists()
     ui->cboRunMode->addItem(QStringLiteral("0-Silent"), 0);
     ui->cboRunMode->addItem(QStringLiteral("1-Normal"), 1);
     ui->cboRunMode->setCurrentIndex(0);
-    const Definition &d = m_ModuleData->definition();
-    fillExitCombos({{ui->cboSuccess,
-                     d.Properties(QStringLiteral("OnSuccess")).Value().toString(),
-                     &m_ExitSelection[0]},
-                    {ui->cboFail,
-                     d.Properties(QStringLiteral("OnFail")).Value().toString(),
-                     &m_ExitSelection[1]}});
+    fillExitCombos({{ui->cboSuccess, exitValue(QStringLiteral("OnSuccess")), &m_ExitSelection[0]},
+                    {ui->cboFail, exitValue(QStringLiteral("OnFail")), &m_ExitSelection[1]}});
 }
 
 void FrmExecutable::LoadFields()
@@ -59,11 +55,6 @@ void FrmExecutable::LoadFields()
     // A stored mode without a row opens with no selection.
     const qint32 mode = d.RunMode();
     ui->cboRunMode->setCurrentIndex(mode >= 0 && mode < ui->cboRunMode->count() ? mode : -1);
-}
-
-bool FrmExecutable::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void FrmExecutable::CommitFields()

@@ -21,7 +21,6 @@ public:
     ~FrmExecutable() override;
 
     int helpContext() const override { return 11; }
-    bool ValidateFields() override;
 
 protected:
     void Load() override;

@@ -11,6 +11,7 @@ frmPropCondition::frmPropCondition(QWidget *parent)
     , ui(std::make_unique<Ui::frmPropCondition>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(13, ui->Image1->size()));
     marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
@@ -24,13 +25,8 @@ frmPropCondition::~frmPropCondition() = default;
 
 void frmPropCondition::FillExitLists()
 {
-    const Definition &d = m_ModuleData->definition();
-    fillExitCombos({{ui->cboSuccess,
-                     d.Properties(QStringLiteral("OnSuccess")).Value().toString(),
-                     &m_ExitSelection[0]},
-                    {ui->cboFail,
-                     d.Properties(QStringLiteral("OnFail")).Value().toString(),
-                     &m_ExitSelection[1]}});
+    fillExitCombos({{ui->cboSuccess, exitValue(QStringLiteral("OnSuccess")), &m_ExitSelection[0]},
+                    {ui->cboFail, exitValue(QStringLiteral("OnFail")), &m_ExitSelection[1]}});
 }
 
 void frmPropCondition::LoadFields()
@@ -39,11 +35,6 @@ void frmPropCondition::LoadFields()
     ui->cboSuccess->setCurrentIndex(m_ExitSelection[0]);
     ui->cboFail->setCurrentIndex(m_ExitSelection[1]);
     ui->txtCondition->setPlainText(m_ModuleData->definition().Condition());
-}
-
-bool frmPropCondition::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void frmPropCondition::CommitFields()

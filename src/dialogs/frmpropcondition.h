@@ -21,7 +21,6 @@ public:
     ~frmPropCondition() override;
 
     int helpContext() const override { return 9; }
-    bool ValidateFields() override;
 
 protected:
     void FillExitLists() override;

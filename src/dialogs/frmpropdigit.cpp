@@ -26,6 +26,7 @@ frmPropDigit::frmPropDigit(QWidget *parent)
     , ui(std::make_unique<Ui::frmPropDigit>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(4, ui->Image1->size()));
     m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()),
@@ -74,11 +75,6 @@ void frmPropDigit::LoadFields()
     m_prompt->load(d);
     ui->chkPlayBeep->setChecked(d.PlayBeep());
     ui->txtTimeOut->setStoredValue(d.TimeOut());
-}
-
-bool frmPropDigit::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void frmPropDigit::CommitFields()

@@ -29,7 +29,6 @@ public:
     ~frmPropDigit() override;
 
     int helpContext() const override { return 4; }
-    bool ValidateFields() override;
     // The exit key that cboFlow(row) stands for.
     static QString flowKey(int row);
 

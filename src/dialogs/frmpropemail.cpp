@@ -12,6 +12,7 @@ frmPropEMail::frmPropEMail(QWidget *parent)
     , ui(std::make_unique<Ui::frmPropEMail>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(9, ui->Image1->size()));
     for (QLineEdit *box :
@@ -28,13 +29,8 @@ frmPropEMail::~frmPropEMail() = default;
 
 void frmPropEMail::FillExitLists()
 {
-    const Definition &d = m_ModuleData->definition();
-    fillExitCombos({{ui->cboSuccess,
-                     d.Properties(QStringLiteral("OnSuccess")).Value().toString(),
-                     &m_ExitSelection[0]},
-                    {ui->cboFail,
-                     d.Properties(QStringLiteral("OnFail")).Value().toString(),
-                     &m_ExitSelection[1]}});
+    fillExitCombos({{ui->cboSuccess, exitValue(QStringLiteral("OnSuccess")), &m_ExitSelection[0]},
+                    {ui->cboFail, exitValue(QStringLiteral("OnFail")), &m_ExitSelection[1]}});
 }
 
 void frmPropEMail::LoadFields()
@@ -49,11 +45,6 @@ void frmPropEMail::LoadFields()
     ui->txtSubject->setText(d.Subject());
     ui->txtAttachment->setText(d.Attachment());
     ui->txtMessage->setPlainText(d.Message());
-}
-
-bool frmPropEMail::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void frmPropEMail::CommitFields()

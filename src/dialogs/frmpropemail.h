@@ -21,7 +21,6 @@ public:
     ~frmPropEMail() override;
 
     int helpContext() const override { return 10; }
-    bool ValidateFields() override;
 
 protected:
     void FillExitLists() override;

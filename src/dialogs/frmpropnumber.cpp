@@ -38,13 +38,8 @@ void frmPropNumber::Load()
 
 void frmPropNumber::FillExitLists()
 {
-    const Definition &d = m_ModuleData->definition();
-    fillExitCombos({{ui->cboSuccess,
-                     d.Properties(QStringLiteral("OnSuccess")).Value().toString(),
-                     &m_ExitSelection[0]},
-                    {ui->cboTimeout,
-                     d.Properties(QStringLiteral("OnTimeOut")).Value().toString(),
-                     &m_ExitSelection[1]}});
+    fillExitCombos({{ui->cboSuccess, exitValue(QStringLiteral("OnSuccess")), &m_ExitSelection[0]},
+                    {ui->cboTimeout, exitValue(QStringLiteral("OnTimeOut")), &m_ExitSelection[1]}});
 }
 
 void frmPropNumber::LoadFields()

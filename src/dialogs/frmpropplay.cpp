@@ -12,6 +12,7 @@ frmPropPlay::frmPropPlay(QWidget *parent)
     , ui(std::make_unique<Ui::frmPropPlay>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(3, ui->Image1->size()));
     m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()),
@@ -27,12 +28,7 @@ frmPropPlay::~frmPropPlay() = default;
 
 void frmPropPlay::FillExitLists()
 {
-    fillExitCombos({{ui->cboNext,
-                     m_ModuleData->definition()
-                             .Properties(QStringLiteral("NextModule"))
-                             .Value()
-                             .toString(),
-                     &m_ExitSelection}});
+    fillExitCombos({{ui->cboNext, exitValue(QStringLiteral("NextModule")), &m_ExitSelection}});
 }
 
 void frmPropPlay::LoadFields()
@@ -43,11 +39,6 @@ void frmPropPlay::LoadFields()
     m_prompt->load(d);
     ui->txtReplayCount->setStoredValue(d.ReplayCount());
     ui->txtPauseBetn->setStoredValue(d.PauseBetn());
-}
-
-bool frmPropPlay::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void frmPropPlay::CommitFields()

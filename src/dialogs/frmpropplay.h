@@ -22,7 +22,6 @@ public:
     ~frmPropPlay() override;
 
     int helpContext() const override { return 3; }
-    bool ValidateFields() override;
 
 protected:
     void FillExitLists() override;

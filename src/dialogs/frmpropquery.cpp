@@ -12,6 +12,7 @@ frmPropQuery::frmPropQuery(QWidget *parent)
     , ui(std::make_unique<Ui::frmPropQuery>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(8, ui->Image1->size()));
     marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
@@ -45,11 +46,6 @@ void frmPropQuery::LoadFields()
     ui->cboNoRecord->setCurrentIndex(m_ExitSelection[2]);
     ui->txtQuery->setPlainText(d.QueryString());
     ui->txtConString->setText(d.ConnectionString());
-}
-
-bool frmPropQuery::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void frmPropQuery::CommitFields()

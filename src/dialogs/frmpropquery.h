@@ -23,7 +23,6 @@ public:
     ~frmPropQuery() override;
 
     int helpContext() const override { return 8; }
-    bool ValidateFields() override;
 
 protected:
     void FillExitLists() override;

@@ -12,6 +12,7 @@ frmPropRecord::frmPropRecord(QWidget *parent)
     , ui(std::make_unique<Ui::frmPropRecord>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(7, ui->Image1->size()));
     m_prompt = makePromptGroup(PromptGroup::controlsOf(ui.get()),
@@ -28,10 +29,7 @@ frmPropRecord::~frmPropRecord() = default;
 
 void frmPropRecord::FillExitLists()
 {
-    fillExitCombos(
-            {{ui->cboNext,
-              m_ModuleData->definition().Properties(QStringLiteral("OnFinish")).Value().toString(),
-              &m_ExitSelection}});
+    fillExitCombos({{ui->cboNext, exitValue(QStringLiteral("OnFinish")), &m_ExitSelection}});
 }
 
 void frmPropRecord::LoadFields()
@@ -43,11 +41,6 @@ void frmPropRecord::LoadFields()
     ui->txtRecordLen->setStoredValue(d.RecordLen());
     ui->chkPlayBeep->setChecked(d.PlayBeep());
     ui->chkStopRecordOnDigit->setChecked(d.StopOnDigit());
-}
-
-bool frmPropRecord::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void frmPropRecord::CommitFields()

@@ -23,7 +23,6 @@ public:
     ~frmPropRecord() override;
 
     int helpContext() const override { return 7; }
-    bool ValidateFields() override;
 
 protected:
     void FillExitLists() override;

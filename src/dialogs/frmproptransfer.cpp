@@ -12,6 +12,7 @@ frmPropTransfer::frmPropTransfer(QWidget *parent)
     , ui(std::make_unique<Ui::frmPropTransfer>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(6, ui->Image1->size()));
     // Browsing marks the dialog itself, so a cancelled choice over an empty
@@ -30,11 +31,6 @@ void frmPropTransfer::LoadFields()
     ui->txtModuleName->setText(m_ModuleData->Name());
     ui->txtExtNo->setText(d.DefaultExt());
     m_prompt->load(d);
-}
-
-bool frmPropTransfer::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void frmPropTransfer::CommitFields()

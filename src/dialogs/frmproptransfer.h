@@ -23,7 +23,6 @@ public:
     ~frmPropTransfer() override;
 
     int helpContext() const override { return 6; }
-    bool ValidateFields() override;
 
 protected:
     void LoadFields() override;

@@ -14,6 +14,7 @@ FrmScripts::FrmScripts(QWidget *parent)
     , ui(std::make_unique<Ui::FrmScripts>())
 {
     ui->setupUi(this);
+    setNameBox(ui->txtModuleName);
     fixWindow();
     ui->Image1->setPixmap(ModuleIcon::picture(12, ui->Image1->size()));
     marksEdited(ui->txtModuleName, &QLineEdit::textChanged);
@@ -83,11 +84,6 @@ void FrmScripts::mofrmCommon_CompleteEdit(bool edited)
     setEnabled(true);
     if (edited)
         fillScripts();
-}
-
-bool FrmScripts::ValidateFields()
-{
-    return ValidateModuleName(*m_ModuleData, *m_ParentForm, ui->txtModuleName->text());
 }
 
 void FrmScripts::CommitFields()

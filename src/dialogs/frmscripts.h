@@ -27,7 +27,6 @@ public:
     ~FrmScripts() override;
 
     int helpContext() const override { return 13; }
-    bool ValidateFields() override;
 
 protected:
     void Load() override;

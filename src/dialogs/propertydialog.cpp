@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
@@ -124,7 +125,12 @@ void PropertyDialog::Load()
 
 bool PropertyDialog::ValidateFields()
 {
-    return true;
+    return !m_nameBox || ValidateModuleName(*m_ModuleData, *m_ParentForm, m_nameBox->text());
+}
+
+QString PropertyDialog::exitValue(const QString &key) const
+{
+    return m_ModuleData->definition().Properties(key).Value().toString();
 }
 
 void PropertyDialog::cmdOk_Click()

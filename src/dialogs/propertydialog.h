@@ -8,6 +8,7 @@
 #include <QPointer>
 
 class QComboBox;
+class QLineEdit;
 class QPushButton;
 
 namespace ivr {
@@ -44,7 +45,8 @@ public:
     qint16 Index() const { return m_Index; }
     // The topic F1 opens.
     virtual int helpContext() const = 0;
-    // True when the dialog may close; says why not itself.
+    // True when the dialog may close; says why not itself. By default the
+    // name check on the dialog's name box, if it has one.
     virtual bool ValidateFields();
 
     // The shared name check: true when newName may be the name of module.
@@ -82,6 +84,10 @@ protected:
         connect(widget, signal, this, [this] { markEdited(); });
     }
     void fixWindow();
+    // The box the module's name is typed in, for the default check.
+    void setNameBox(QLineEdit *box) { m_nameBox = box; }
+    // An exit's stored value, "[Target]" or "".
+    QString exitValue(const QString &key) const;
     // The prompt group, marking this dialog and browsing with its window's picker.
     PromptGroup *makePromptGroup(const PromptGroup::Controls &controls, PromptGroup::Browse browse);
 
@@ -111,6 +117,7 @@ private:
     void complete();
 
     QPointer<QWidget> m_hostWidget;
+    QLineEdit *m_nameBox = nullptr;
     bool m_Edited = false;
     bool m_completed = false;
 };
