@@ -1,6 +1,7 @@
 #include "frmscriptviewer.h"
 
 #include "commondialog.h"
+#include "exitkeys.h"
 #include "ivrerror.h"
 #include "messagerecorder.h"
 #include "programfolder.h"
@@ -44,29 +45,6 @@ QByteArray readFile(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-const QStringList &allExits()
-{
-    static const QStringList keys{"NextModule",
-                                  "OnDigit0",
-                                  "OnDigit1",
-                                  "OnDigit2",
-                                  "OnDigit3",
-                                  "OnDigit4",
-                                  "OnDigit5",
-                                  "OnDigit6",
-                                  "OnDigit7",
-                                  "OnDigit8",
-                                  "OnDigit9",
-                                  "OnStar",
-                                  "OnHash",
-                                  "OnTimeOut",
-                                  "OnSuccess",
-                                  "OnFail",
-                                  "OnNoRecord",
-                                  "OnFinish"};
-    return keys;
 }
 
 } // namespace
@@ -263,22 +241,22 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QStringList>("arrows");
-    const QStringList next{"NextModule"};
-    const QStringList successFail{"OnSuccess", "OnFail"};
-    QTest::newRow("end-call-none") << 0 << QStringList();
-    QTest::newRow("connected-next") << 1 << next;
-    QTest::newRow("type-2-next-as-play") << 2 << next;
-    QTest::newRow("play-next") << 3 << next;
-    QTest::newRow("digits-all-thirteen") << 4 << allExits().mid(1, 13);
-    QTest::newRow("number-success-and-time-out") << 5 << QStringList{"OnSuccess", "OnTimeOut"};
-    QTest::newRow("transfer-none") << 6 << QStringList();
-    QTest::newRow("record-finish") << 7 << QStringList{"OnFinish"};
-    QTest::newRow("query-on-no-record-gets-no-arrow") << 8 << successFail;
-    QTest::newRow("mail-success-and-fail") << 9 << successFail;
-    QTest::newRow("type-10-none") << 10 << QStringList();
-    QTest::newRow("program-exits-get-no-arrow") << 11 << QStringList();
-    QTest::newRow("script-call-none") << 12 << QStringList();
-    QTest::newRow("condition-success-and-fail") << 13 << successFail;
+    const char *names[] = {"end-call-none",
+                           "connected-next",
+                           "type-2-next-as-play",
+                           "play-next",
+                           "digits-all-thirteen",
+                           "number-success-and-time-out",
+                           "transfer-none",
+                           "record-finish",
+                           "query-on-no-record-gets-no-arrow",
+                           "mail-success-and-fail",
+                           "type-10-none",
+                           "program-exits-get-no-arrow",
+                           "script-call-none",
+                           "condition-success-and-fail"};
+    for (int type = 0; type <= 13; ++type)
+        QTest::newRow(names[type]) << type << arrowedExits(type);
 }
 
 // A module of the type with every exit key naming a module of its own.
@@ -338,63 +316,28 @@ void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe_data()
         QTestData &data = QTest::newRow(name) << content;
         (data << ... << v);
     };
+    const QByteArray newer = QByteArray(good).replace("\"version\": 1", "\"version\": 9");
+    const QByteArray oddType = script({connected, end, module("Odd", 77)});
+    const QByteArray numberName = script({connected, end, module("N", 3).replace("\"N\"", "5")});
+    const QByteArray absent = script({connected, end, module("Gone", 3)});
+    const QByteArray dupLast = script({connected, end, play, menu, module("Play", 5)});
+    const QByteArray dupMid = script({play, module("Play", 7), connected, menu, end});
+    const QByteArray dupEnd = script({end, connected, play, module("End Call", 3)});
+    const QByteArray dupConnected = script({play, menu, module("Menu", 1)});
+    const QByteArray dupPlaced = script({connected, end, play, module("Play", 5)});
+    // refused, escapes, placeAfter, saves
     row("not-json", QByteArray("{ nope"), true, false, false, true);
     row("empty-file", QByteArray(), true, false, false, true);
     row("truncated", good.left(good.size() / 2), true, false, false, true);
-    row("newer-version",
-        QByteArray(good).replace("\"version\": 1", "\"version\": 9"),
-        true,
-        false,
-        false,
-        true);
-    row("unknown-module-type",
-        script({connected, end, module("Odd", 77)}),
-        true,
-        false,
-        false,
-        true);
-    row("name-not-text",
-        script({connected, end, R"({"name": 5, "type": 3, "definition": {}})"}),
-        true,
-        false,
-        false,
-        true);
-    row("exit-to-absent-module-opens",
-        script({connected, end, module("Gone", 3)}),
-        false,
-        false,
-        false,
-        true);
-    row("duplicate-last-hole-at-top",
-        script({connected, end, play, menu, module("Play", 5)}),
-        false,
-        true,
-        false,
-        false);
-    row("duplicate-mid-list-hole-at-top",
-        script({play, module("Play", 7), connected, menu, end}),
-        false,
-        true,
-        false,
-        false);
-    row("duplicate-of-end-call-name",
-        script({end, connected, play, module("End Call", 3)}),
-        false,
-        true,
-        false,
-        false);
-    row("duplicate-connected-leaves-no-hole",
-        script({play, menu, module("Menu", 1)}),
-        false,
-        true,
-        false,
-        true);
-    row("duplicate-then-placed-hole-below-top",
-        script({connected, end, play, module("Play", 5)}),
-        false,
-        true,
-        true,
-        true);
+    row("newer-version", newer, true, false, false, true);
+    row("unknown-module-type", oddType, true, false, false, true);
+    row("name-not-text", numberName, true, false, false, true);
+    row("exit-to-absent-module-opens", absent, false, false, false, true);
+    row("duplicate-last-hole-at-top", dupLast, false, true, false, false);
+    row("duplicate-mid-list-hole-at-top", dupMid, false, true, false, false);
+    row("duplicate-of-end-call-name", dupEnd, false, true, false, false);
+    row("duplicate-connected-leaves-no-hole", dupConnected, false, true, false, true);
+    row("duplicate-then-placed-hole-below-top", dupPlaced, false, true, true, true);
 }
 
 // Whatever the file, the window lives on: Run, Save and the close question do
@@ -756,14 +699,9 @@ void tst_frmScriptViewerFile::run()
         QCOMPARE(m.icon, QMessageBox::Information);
         QCOMPARE(m.buttons, QMessageBox::Yes | QMessageBox::No);
     }
-    const QString log = m_folder->file(QStringLiteral("VorelRun.log"));
-    if (started) {
-        QTRY_VERIFY(QFile::exists(log) && m_folder->runnerLog().size() == 2);
+    checkRunner(started);
+    if (started)
         QCOMPARE(m_folder->runnerLog(), (QStringList{m_folder->path(), "False"}));
-    } else {
-        QTest::qWait(300); // a detached start would have written by now
-        QVERIFY(!QFile::exists(log));
-    }
 }
 
 void tst_frmScriptViewerFile::killedSaveLeavesLoadableFile()
