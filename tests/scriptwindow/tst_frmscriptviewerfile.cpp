@@ -179,19 +179,15 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
 void tst_frmScriptViewerFile::unknownTopLevelKeysKept()
 {
     const QString file = m_folder->file(QStringLiteral("newer.ivr"));
-    QFile f(file);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(R"({"format": "brindlewave-ivr-script", "version": 1, "producer": {"by": "x"},
-               "modules": []})");
-    f.close();
+    QVERIFY(writeFile(file, R"({"format": "brindlewave-ivr-script", "version": 1,
+                                "producer": {"by": "x"}, "modules": []})"));
     {
         frmScriptViewer w;
         w.OpenScript(file);
         w.AddModule(3, 100, 100);
         QVERIFY(w.SaveScript(false));
     }
-    QVERIFY(f.open(QIODevice::ReadOnly));
-    const QJsonObject saved = QJsonDocument::fromJson(f.readAll()).object();
+    const QJsonObject saved = QJsonDocument::fromJson(readFile(file)).object();
     QCOMPARE(saved.value("producer").toObject().value("by").toString(), QStringLiteral("x"));
     QCOMPARE(saved.value("modules").toArray().size(), 4);
 }
@@ -629,10 +625,7 @@ void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
     const QString dir = m_folder->path() + QLatin1Char('/');
     const QString source = dir + QStringLiteral("source.ivr");
     QVERIFY(QFile::copy(fixture(), source));
-    QFile original(source);
-    QVERIFY(original.open(QIODevice::ReadOnly));
-    const QByteArray before = original.readAll();
-    original.close();
+    const QByteArray before = readFile(source);
 
     QProcess saver; // saves on a disk that takes 4 KiB per file
     saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {dir + target, source});
@@ -652,8 +645,7 @@ void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
     QVERIFY2(seen.last().startsWith(QStringLiteral("message %1 ").arg(int(QMessageBox::Critical)))
                      && seen.last().contains(QFileInfo(target).fileName()),
              qPrintable(seen.last()));
-    QVERIFY(original.open(QIODevice::ReadOnly));
-    QCOMPARE(original.readAll(), before);
+    QCOMPARE(readFile(source), before);
 }
 
 void tst_frmScriptViewerFile::run_data()
