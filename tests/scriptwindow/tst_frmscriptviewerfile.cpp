@@ -65,10 +65,8 @@ private slots:
     void damagedFileLeavesWindowSafe_data();
     void damagedFileLeavesWindowSafe();
     void damageSweepNeverCrashes();
-    void folderPath_data();
-    void folderPath();
-    void oversizedScriptRefused_data();
-    void oversizedScriptRefused();
+    void openRefused_data();
+    void openRefused();
     void saveKeepsFileItDidNotMake_data();
     void saveKeepsFileItDidNotMake();
     void saveNameAndCaption_data();
@@ -453,69 +451,55 @@ void tst_frmScriptViewerFile::damageSweepNeverCrashes()
     QVERIFY(escaped >= 12);
 }
 
-void tst_frmScriptViewerFile::folderPath_data()
+void tst_frmScriptViewerFile::openRefused_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("reported");
-    QTest::newRow("trailing-slash-folder-reported-and-taken") << "scripts/" << true;
-    QTest::newRow("folder-without-slash-passed-over") << "scripts" << false;
+    QTest::addColumn<int>("type");       // of the placed modules
+    QTest::addColumn<int>("count");      // of placed modules; none: the name is a folder
+    QTest::addColumn<QString>("reason"); // in the message, or "" for none
+    QTest::newRow("trailing-slash-folder-reported-and-taken")
+            << "scripts/" << 0 << 0 << "it is a folder, not a file";
+    QTest::newRow("folder-without-slash-passed-over") << "scripts" << 0 << 0 << "";
+    // 32,767 placed modules and the two standing ones: one index too many.
+    QTest::newRow("module-past-highest-index") << "large.ivr" << 3 << 32767 << "32769 modules";
+    // Thirteen exits each: 2,521 menus need 32,773 arrows.
+    QTest::newRow("arrow-past-highest-index") << "large.ivr" << 4 << 2521 << "32773 links";
 }
 
-void tst_frmScriptViewerFile::folderPath()
+void tst_frmScriptViewerFile::openRefused()
 {
     QFETCH(QString, name);
-    QFETCH(bool, reported);
-    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("scripts")));
+    QFETCH(int, type);
+    QFETCH(int, count);
+    QFETCH(QString, reason);
     const QString path = m_folder->file(name);
+    if (count) {
+        QByteArray exits;
+        for (const QString &key : allExits().mid(1, 13))
+            exits += (exits.isEmpty() ? "{" : ", ") + ("\"" + key + "\": \"[End Call]\"").toUtf8();
+        QList<QByteArray> modules{module("Connected", 1), module("End Call", 0)};
+        for (int i = 0; i < count; ++i)
+            modules << module("M" + QByteArray::number(i), type, type == 4 ? exits + "}" : "{}");
+        QVERIFY(writeFile(path, script(modules)));
+    } else {
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("scripts")));
+    }
+
     frmScriptViewer w;
     w.setWindowTitle(QStringLiteral("IVR Script 1"));
     w.OpenScript(path);
+    const bool reported = !reason.isEmpty();
     QCOMPARE(m_messages->count(), reported ? 1 : 0);
     if (reported) {
-        QVERIFY2(m_messages->lastText().contains(QStringLiteral("it is a folder, not a file")),
+        QVERIFY2(m_messages->lastText().contains(reason)
+                         && (!count || m_messages->lastText().contains("could not be opened")),
                  qPrintable(m_messages->lastText()));
         QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
     }
     QCOMPARE(w.FileName(), reported ? path : QString());
     QCOMPARE(w.windowTitle(), reported ? path : QStringLiteral("IVR Script 1"));
     QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
-}
-
-void tst_frmScriptViewerFile::oversizedScriptRefused_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QString>("reason");
-    // 32,767 placed modules and the two standing ones: one index too many.
-    QTest::newRow("module-past-highest-index") << 3 << 32767 << "32769 modules";
-    // Thirteen exits each: 2,521 menus need 32,773 arrows.
-    QTest::newRow("arrow-past-highest-index") << 4 << 2521 << "32773 links";
-}
-
-void tst_frmScriptViewerFile::oversizedScriptRefused()
-{
-    QFETCH(int, type);
-    QFETCH(int, count);
-    QFETCH(QString, reason);
-    QByteArray exits;
-    for (const QString &key : allExits().mid(1, 13))
-        exits += (exits.isEmpty() ? "{" : ", ") + ("\"" + key + "\": \"[End Call]\"").toUtf8();
-    QList<QByteArray> modules{module("Connected", 1), module("End Call", 0)};
-    for (int i = 0; i < count; ++i)
-        modules << module("M" + QByteArray::number(i), type, type == 4 ? exits + "}" : "{}");
-    const QString file = m_folder->file(QStringLiteral("large.ivr"));
-    QVERIFY(writeFile(file, script(modules)));
-
-    frmScriptViewer w;
-    w.OpenScript(file);
-    QCOMPARE(m_messages->count(), 1);
-    QVERIFY2(m_messages->lastText().contains(QStringLiteral("could not be opened"))
-                     && m_messages->lastText().contains(reason),
-             qPrintable(m_messages->lastText()));
-    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
-    QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
     QCOMPARE(w.VorelDirection1().indices(), (QList<qint16>{0, 1}));
-    QCOMPARE(w.FileName(), file);
 }
 
 void tst_frmScriptViewerFile::saveKeepsFileItDidNotMake_data()
