@@ -1,5 +1,6 @@
 #include "clsdrawline.h"
 
+#include "../support/exitkeys.h"
 #include "arrowplacer.h"
 #include "drawlineform.h"
 #include "ivrerror.h"
@@ -146,19 +147,7 @@ void tst_clsDrawLine::renameReachesTheTypesExits_data()
     QTest::addColumn<int>("sourceType");
     QTest::addColumn<QStringList>("renamed");
     const QStringList next{"NextModule"};
-    const QStringList digits{"OnDigit0",
-                             "OnDigit1",
-                             "OnDigit2",
-                             "OnDigit3",
-                             "OnDigit4",
-                             "OnDigit5",
-                             "OnDigit6",
-                             "OnDigit7",
-                             "OnDigit8",
-                             "OnDigit9",
-                             "OnStar",
-                             "OnHash",
-                             "OnTimeOut"};
+    const QStringList digits = allExits().mid(1, 13); // OnDigit0 to OnTimeOut
     const QStringList successFail{"OnSuccess", "OnFail"};
     QTest::newRow("end-call-has-none") << 0 << QStringList();
     QTest::newRow("connected-next-only") << 1 << next;
@@ -183,24 +172,6 @@ void tst_clsDrawLine::renameReachesTheTypesExits()
 {
     QFETCH(int, sourceType);
     QFETCH(QStringList, renamed);
-    const QStringList allExits{"NextModule",
-                               "OnDigit0",
-                               "OnDigit1",
-                               "OnDigit2",
-                               "OnDigit3",
-                               "OnDigit4",
-                               "OnDigit5",
-                               "OnDigit6",
-                               "OnDigit7",
-                               "OnDigit8",
-                               "OnDigit9",
-                               "OnStar",
-                               "OnHash",
-                               "OnTimeOut",
-                               "OnSuccess",
-                               "OnFail",
-                               "OnNoRecord",
-                               "OnFinish"};
     TestForm form;
     clsDrawLine drawLine;
     form.add(drawLine, 0, 1);
@@ -210,7 +181,7 @@ void tst_clsDrawLine::renameReachesTheTypesExits()
     VorelModule *unlinked = form.add(drawLine, 4, sourceType, 8000, 3000);
     form.VorelDirection1().load(1);
     drawLine.setLineMatrix(3, 2, 1);
-    for (const QString &key : allExits) {
+    for (const QString &key : allExits()) {
         source->moduleData()->definition().Properties(key).setValue(QStringLiteral("[Accounts]"));
         unlinked->moduleData()->definition().Properties(key).setValue(QStringLiteral("[Accounts]"));
     }
@@ -218,7 +189,7 @@ void tst_clsDrawLine::renameReachesTheTypesExits()
     target->moduleData()->setName(QStringLiteral("Billing"));
     drawLine.RedefineModule(2, form, 1, QStringLiteral("Accounts"));
 
-    for (const QString &key : allExits) {
+    for (const QString &key : allExits()) {
         const QString value = source->moduleData()->definition().Properties(key).Value().toString();
         QVERIFY2(value == (renamed.contains(key) ? "[Billing]" : "[Accounts]"), qPrintable(key));
         // A module without an arrow to the renamed one keeps every exit.

@@ -28,35 +28,30 @@ void tst_ModuleData::newModuleDefaults_data()
     const auto row = [](const char *name, int type, const QByteArray &keys) {
         QTest::newRow(name) << type << "{" + keys + "}";
     };
+    const QByteArray next = R"("NextModule": "", )";
+    const QByteArray wait = R"("PlayBeep": false, "TimeOut": 5, )";
+    const QByteArray successFail = R"("OnSuccess": "", "OnFail": "", )";
+    const QByteArray number = R"("PreDefBuffer": "", "MinLength": 1, "MaxLength": 10, )";
+    const QByteArray record = R"("RecordLen": 30, "PlayBeep": true, "StopOnDigit": true, )";
+    const QByteArray program = R"("FileName": "", "CommandLine": "", "RunMode": 0, )";
     row("end-call-prompt-only", 0, prompt + canvas);
-    row("connected-next", 1, R"("NextModule": "", )" + canvas);
-    row("type-2-next-as-play", 2, R"("NextModule": "", )" + canvas);
+    row("connected-next", 1, next + canvas);
+    row("type-2-next-as-play", 2, next + canvas);
     row("play-once-one-second-apart",
         3,
-        R"("NextModule": "", )" + prompt + R"("ReplayCount": 1, "PauseBetn": 1, )" + canvas);
-    row("digits-thirteen-exits-five-seconds",
-        4,
-        digits + prompt + R"("PlayBeep": false, "TimeOut": 5, )" + canvas);
+        next + prompt + R"("ReplayCount": 1, "PauseBetn": 1, )" + canvas);
+    row("digits-thirteen-exits-five-seconds", 4, digits + prompt + wait + canvas);
     row("number-one-to-ten-digits",
         5,
-        R"("OnSuccess": "", "OnTimeOut": "", )" + prompt
-                + R"("PreDefBuffer": "", "PlayBeep": false, "TimeOut": 5, "MinLength": 1,
-                     "MaxLength": 10, )"
-                + canvas);
+        R"("OnSuccess": "", "OnTimeOut": "", )" + prompt + wait + number + canvas);
     row("transfer-no-exits", 6, prompt + R"("DefaultExt": "", )" + canvas);
-    row("record-thirty-seconds-with-beep",
-        7,
-        R"("OnFinish": "", )" + prompt
-                + R"("RecordLen": 30, "PlayBeep": true, "StopOnDigit": true, )" + canvas);
-    row("query-three-exits", 8, R"("OnSuccess": "", "OnFail": "", "OnNoRecord": "", )" + canvas);
-    row("mail-two-exits", 9, R"("OnSuccess": "", "OnFail": "", )" + canvas);
+    row("record-thirty-seconds-with-beep", 7, R"("OnFinish": "", )" + prompt + record + canvas);
+    row("query-three-exits", 8, successFail + R"("OnNoRecord": "", )" + canvas);
+    row("mail-two-exits", 9, successFail + canvas);
     row("type-10-nothing-of-its-own", 10, canvas);
-    row("program-two-exits-run-mode-0",
-        11,
-        R"("OnSuccess": "", "OnFail": "", "FileName": "", "CommandLine": "", "RunMode": 0, )"
-                + canvas);
+    row("program-two-exits-run-mode-0", 11, successFail + program + canvas);
     row("script-call-no-exits", 12, R"("ScriptName": "", )" + canvas);
-    row("condition-two-exits", 13, R"("OnSuccess": "", "OnFail": "", )" + canvas);
+    row("condition-two-exits", 13, successFail + canvas);
     row("common-module-no-canvas-keys", 98, "");
 }
 

@@ -1,6 +1,7 @@
 #include "frmscriptviewer.h"
 
 #include "commondialog.h"
+#include "exitkeys.h"
 #include "ivrerror.h"
 #include "messagerecorder.h"
 #include "programfolder.h"
@@ -46,29 +47,6 @@ QByteArray readFile(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
 }
 
-const QStringList &allExits()
-{
-    static const QStringList keys{"NextModule",
-                                  "OnDigit0",
-                                  "OnDigit1",
-                                  "OnDigit2",
-                                  "OnDigit3",
-                                  "OnDigit4",
-                                  "OnDigit5",
-                                  "OnDigit6",
-                                  "OnDigit7",
-                                  "OnDigit8",
-                                  "OnDigit9",
-                                  "OnStar",
-                                  "OnHash",
-                                  "OnTimeOut",
-                                  "OnSuccess",
-                                  "OnFail",
-                                  "OnNoRecord",
-                                  "OnFinish"};
-    return keys;
-}
-
 } // namespace
 
 // The script window's open, save and run, on real files.
@@ -87,10 +65,8 @@ private slots:
     void damagedFileLeavesWindowSafe_data();
     void damagedFileLeavesWindowSafe();
     void damageSweepNeverCrashes();
-    void folderPath_data();
-    void folderPath();
-    void oversizedScriptRefused_data();
-    void oversizedScriptRefused();
+    void openRefused_data();
+    void openRefused();
     void saveKeepsFileItDidNotMake_data();
     void saveKeepsFileItDidNotMake();
     void saveNameAndCaption_data();
@@ -201,19 +177,15 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
 void tst_frmScriptViewerFile::unknownTopLevelKeysKept()
 {
     const QString file = m_folder->file(QStringLiteral("newer.ivr"));
-    QFile f(file);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.write(R"({"format": "brindlewave-ivr-script", "version": 1, "producer": {"by": "x"},
-               "modules": []})");
-    f.close();
+    QVERIFY(writeFile(file, R"({"format": "brindlewave-ivr-script", "version": 1,
+                                "producer": {"by": "x"}, "modules": []})"));
     {
         frmScriptViewer w;
         w.OpenScript(file);
         w.AddModule(3, 100, 100);
         QVERIFY(w.SaveScript(false));
     }
-    QVERIFY(f.open(QIODevice::ReadOnly));
-    const QJsonObject saved = QJsonDocument::fromJson(f.readAll()).object();
+    const QJsonObject saved = QJsonDocument::fromJson(readFile(file)).object();
     QCOMPARE(saved.value("producer").toObject().value("by").toString(), QStringLiteral("x"));
     QCOMPARE(saved.value("modules").toArray().size(), 4);
 }
@@ -263,22 +235,22 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QStringList>("arrows");
-    const QStringList next{"NextModule"};
-    const QStringList successFail{"OnSuccess", "OnFail"};
-    QTest::newRow("end-call-none") << 0 << QStringList();
-    QTest::newRow("connected-next") << 1 << next;
-    QTest::newRow("type-2-next-as-play") << 2 << next;
-    QTest::newRow("play-next") << 3 << next;
-    QTest::newRow("digits-all-thirteen") << 4 << allExits().mid(1, 13);
-    QTest::newRow("number-success-and-time-out") << 5 << QStringList{"OnSuccess", "OnTimeOut"};
-    QTest::newRow("transfer-none") << 6 << QStringList();
-    QTest::newRow("record-finish") << 7 << QStringList{"OnFinish"};
-    QTest::newRow("query-on-no-record-gets-no-arrow") << 8 << successFail;
-    QTest::newRow("mail-success-and-fail") << 9 << successFail;
-    QTest::newRow("type-10-none") << 10 << QStringList();
-    QTest::newRow("program-exits-get-no-arrow") << 11 << QStringList();
-    QTest::newRow("script-call-none") << 12 << QStringList();
-    QTest::newRow("condition-success-and-fail") << 13 << successFail;
+    const char *names[] = {"end-call-none",
+                           "connected-next",
+                           "type-2-next-as-play",
+                           "play-next",
+                           "digits-all-thirteen",
+                           "number-success-and-time-out",
+                           "transfer-none",
+                           "record-finish",
+                           "query-on-no-record-gets-no-arrow",
+                           "mail-success-and-fail",
+                           "type-10-none",
+                           "program-exits-get-no-arrow",
+                           "script-call-none",
+                           "condition-success-and-fail"};
+    for (int type = 0; type <= 13; ++type)
+        QTest::newRow(names[type]) << type << arrowedExits(type);
 }
 
 // A module of the type with every exit key naming a module of its own.
@@ -338,63 +310,28 @@ void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe_data()
         QTestData &data = QTest::newRow(name) << content;
         (data << ... << v);
     };
+    const QByteArray newer = QByteArray(good).replace("\"version\": 1", "\"version\": 9");
+    const QByteArray oddType = script({connected, end, module("Odd", 77)});
+    const QByteArray numberName = script({connected, end, module("N", 3).replace("\"N\"", "5")});
+    const QByteArray absent = script({connected, end, module("Gone", 3)});
+    const QByteArray dupLast = script({connected, end, play, menu, module("Play", 5)});
+    const QByteArray dupMid = script({play, module("Play", 7), connected, menu, end});
+    const QByteArray dupEnd = script({end, connected, play, module("End Call", 3)});
+    const QByteArray dupConnected = script({play, menu, module("Menu", 1)});
+    const QByteArray dupPlaced = script({connected, end, play, module("Play", 5)});
+    // refused, escapes, placeAfter, saves
     row("not-json", QByteArray("{ nope"), true, false, false, true);
     row("empty-file", QByteArray(), true, false, false, true);
     row("truncated", good.left(good.size() / 2), true, false, false, true);
-    row("newer-version",
-        QByteArray(good).replace("\"version\": 1", "\"version\": 9"),
-        true,
-        false,
-        false,
-        true);
-    row("unknown-module-type",
-        script({connected, end, module("Odd", 77)}),
-        true,
-        false,
-        false,
-        true);
-    row("name-not-text",
-        script({connected, end, R"({"name": 5, "type": 3, "definition": {}})"}),
-        true,
-        false,
-        false,
-        true);
-    row("exit-to-absent-module-opens",
-        script({connected, end, module("Gone", 3)}),
-        false,
-        false,
-        false,
-        true);
-    row("duplicate-last-hole-at-top",
-        script({connected, end, play, menu, module("Play", 5)}),
-        false,
-        true,
-        false,
-        false);
-    row("duplicate-mid-list-hole-at-top",
-        script({play, module("Play", 7), connected, menu, end}),
-        false,
-        true,
-        false,
-        false);
-    row("duplicate-of-end-call-name",
-        script({end, connected, play, module("End Call", 3)}),
-        false,
-        true,
-        false,
-        false);
-    row("duplicate-connected-leaves-no-hole",
-        script({play, menu, module("Menu", 1)}),
-        false,
-        true,
-        false,
-        true);
-    row("duplicate-then-placed-hole-below-top",
-        script({connected, end, play, module("Play", 5)}),
-        false,
-        true,
-        true,
-        true);
+    row("newer-version", newer, true, false, false, true);
+    row("unknown-module-type", oddType, true, false, false, true);
+    row("name-not-text", numberName, true, false, false, true);
+    row("exit-to-absent-module-opens", absent, false, false, false, true);
+    row("duplicate-last-hole-at-top", dupLast, false, true, false, false);
+    row("duplicate-mid-list-hole-at-top", dupMid, false, true, false, false);
+    row("duplicate-of-end-call-name", dupEnd, false, true, false, false);
+    row("duplicate-connected-leaves-no-hole", dupConnected, false, true, false, true);
+    row("duplicate-then-placed-hole-below-top", dupPlaced, false, true, true, true);
 }
 
 // Whatever the file, the window lives on: Run, Save and the close question do
@@ -514,69 +451,55 @@ void tst_frmScriptViewerFile::damageSweepNeverCrashes()
     QVERIFY(escaped >= 12);
 }
 
-void tst_frmScriptViewerFile::folderPath_data()
+void tst_frmScriptViewerFile::openRefused_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("reported");
-    QTest::newRow("trailing-slash-folder-reported-and-taken") << "scripts/" << true;
-    QTest::newRow("folder-without-slash-passed-over") << "scripts" << false;
+    QTest::addColumn<int>("type");       // of the placed modules
+    QTest::addColumn<int>("count");      // of placed modules; none: the name is a folder
+    QTest::addColumn<QString>("reason"); // in the message, or "" for none
+    QTest::newRow("trailing-slash-folder-reported-and-taken")
+            << "scripts/" << 0 << 0 << "it is a folder, not a file";
+    QTest::newRow("folder-without-slash-passed-over") << "scripts" << 0 << 0 << "";
+    // 32,767 placed modules and the two standing ones: one index too many.
+    QTest::newRow("module-past-highest-index") << "large.ivr" << 3 << 32767 << "32769 modules";
+    // Thirteen exits each: 2,521 menus need 32,773 arrows.
+    QTest::newRow("arrow-past-highest-index") << "large.ivr" << 4 << 2521 << "32773 links";
 }
 
-void tst_frmScriptViewerFile::folderPath()
+void tst_frmScriptViewerFile::openRefused()
 {
     QFETCH(QString, name);
-    QFETCH(bool, reported);
-    QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("scripts")));
+    QFETCH(int, type);
+    QFETCH(int, count);
+    QFETCH(QString, reason);
     const QString path = m_folder->file(name);
+    if (count) {
+        QByteArray exits;
+        for (const QString &key : allExits().mid(1, 13))
+            exits += (exits.isEmpty() ? "{" : ", ") + ("\"" + key + "\": \"[End Call]\"").toUtf8();
+        QList<QByteArray> modules{module("Connected", 1), module("End Call", 0)};
+        for (int i = 0; i < count; ++i)
+            modules << module("M" + QByteArray::number(i), type, type == 4 ? exits + "}" : "{}");
+        QVERIFY(writeFile(path, script(modules)));
+    } else {
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("scripts")));
+    }
+
     frmScriptViewer w;
     w.setWindowTitle(QStringLiteral("IVR Script 1"));
     w.OpenScript(path);
+    const bool reported = !reason.isEmpty();
     QCOMPARE(m_messages->count(), reported ? 1 : 0);
     if (reported) {
-        QVERIFY2(m_messages->lastText().contains(QStringLiteral("it is a folder, not a file")),
+        QVERIFY2(m_messages->lastText().contains(reason)
+                         && (!count || m_messages->lastText().contains("could not be opened")),
                  qPrintable(m_messages->lastText()));
         QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
     }
     QCOMPARE(w.FileName(), reported ? path : QString());
     QCOMPARE(w.windowTitle(), reported ? path : QStringLiteral("IVR Script 1"));
     QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
-}
-
-void tst_frmScriptViewerFile::oversizedScriptRefused_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QString>("reason");
-    // 32,767 placed modules and the two standing ones: one index too many.
-    QTest::newRow("module-past-highest-index") << 3 << 32767 << "32769 modules";
-    // Thirteen exits each: 2,521 menus need 32,773 arrows.
-    QTest::newRow("arrow-past-highest-index") << 4 << 2521 << "32773 links";
-}
-
-void tst_frmScriptViewerFile::oversizedScriptRefused()
-{
-    QFETCH(int, type);
-    QFETCH(int, count);
-    QFETCH(QString, reason);
-    QByteArray exits;
-    for (const QString &key : allExits().mid(1, 13))
-        exits += (exits.isEmpty() ? "{" : ", ") + ("\"" + key + "\": \"[End Call]\"").toUtf8();
-    QList<QByteArray> modules{module("Connected", 1), module("End Call", 0)};
-    for (int i = 0; i < count; ++i)
-        modules << module("M" + QByteArray::number(i), type, type == 4 ? exits + "}" : "{}");
-    const QString file = m_folder->file(QStringLiteral("large.ivr"));
-    QVERIFY(writeFile(file, script(modules)));
-
-    frmScriptViewer w;
-    w.OpenScript(file);
-    QCOMPARE(m_messages->count(), 1);
-    QVERIFY2(m_messages->lastText().contains(QStringLiteral("could not be opened"))
-                     && m_messages->lastText().contains(reason),
-             qPrintable(m_messages->lastText()));
-    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
-    QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1}));
     QCOMPARE(w.VorelDirection1().indices(), (QList<qint16>{0, 1}));
-    QCOMPARE(w.FileName(), file);
 }
 
 void tst_frmScriptViewerFile::saveKeepsFileItDidNotMake_data()
@@ -686,10 +609,7 @@ void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
     const QString dir = m_folder->path() + QLatin1Char('/');
     const QString source = dir + QStringLiteral("source.ivr");
     QVERIFY(QFile::copy(fixture(), source));
-    QFile original(source);
-    QVERIFY(original.open(QIODevice::ReadOnly));
-    const QByteArray before = original.readAll();
-    original.close();
+    const QByteArray before = readFile(source);
 
     QProcess saver; // saves on a disk that takes 4 KiB per file
     saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {dir + target, source});
@@ -709,8 +629,7 @@ void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
     QVERIFY2(seen.last().startsWith(QStringLiteral("message %1 ").arg(int(QMessageBox::Critical)))
                      && seen.last().contains(QFileInfo(target).fileName()),
              qPrintable(seen.last()));
-    QVERIFY(original.open(QIODevice::ReadOnly));
-    QCOMPARE(original.readAll(), before);
+    QCOMPARE(readFile(source), before);
 }
 
 void tst_frmScriptViewerFile::run_data()
@@ -756,14 +675,9 @@ void tst_frmScriptViewerFile::run()
         QCOMPARE(m.icon, QMessageBox::Information);
         QCOMPARE(m.buttons, QMessageBox::Yes | QMessageBox::No);
     }
-    const QString log = m_folder->file(QStringLiteral("VorelRun.log"));
-    if (started) {
-        QTRY_VERIFY(QFile::exists(log) && m_folder->runnerLog().size() == 2);
+    checkRunner(started);
+    if (started)
         QCOMPARE(m_folder->runnerLog(), (QStringList{m_folder->path(), "False"}));
-    } else {
-        QTest::qWait(300); // a detached start would have written by now
-        QVERIFY(!QFile::exists(log));
-    }
 }
 
 void tst_frmScriptViewerFile::killedSaveLeavesLoadableFile()

@@ -1,6 +1,7 @@
 #include "frmscriptviewer.h"
 
 #include "arrowplacer.h"
+#include "exitkeys.h"
 #include "messagerecorder.h"
 #include "modulelist.h"
 #include "programfolder.h"
@@ -20,53 +21,6 @@
 namespace {
 
 constexpr int Modules = 2000;
-
-const QStringList &allExits()
-{
-    static const QStringList keys{"NextModule",
-                                  "OnDigit0",
-                                  "OnDigit1",
-                                  "OnDigit2",
-                                  "OnDigit3",
-                                  "OnDigit4",
-                                  "OnDigit5",
-                                  "OnDigit6",
-                                  "OnDigit7",
-                                  "OnDigit8",
-                                  "OnDigit9",
-                                  "OnStar",
-                                  "OnHash",
-                                  "OnTimeOut",
-                                  "OnSuccess",
-                                  "OnFail",
-                                  "OnNoRecord",
-                                  "OnFinish"};
-    return keys;
-}
-
-// The exits that a module of each type draws an arrow for.
-QStringList arrowedExits(int type)
-{
-    const QStringList successFail{"OnSuccess", "OnFail"};
-    switch (type) {
-    case 1:
-    case 2:
-    case 3:
-        return {"NextModule"};
-    case 4:
-        return allExits().mid(1, 13);
-    case 5:
-        return {"OnSuccess", "OnTimeOut"};
-    case 7:
-        return {"OnFinish"};
-    case 8:
-    case 9:
-    case 13:
-        return successFail;
-    default:
-        return {};
-    }
-}
 
 QString nameOf(int i)
 {

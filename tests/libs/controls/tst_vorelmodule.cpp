@@ -139,7 +139,6 @@ void tst_VorelModule::scriptTextShownAsWritten_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("inDialog"); // else the tool tip
     QTest::newRow("bold-tag-in-tool-tip-not-bold") << "<b>x</b>" << false;
-    QTest::newRow("heading-in-tool-tip-not-large") << "<h1>Sales</h1>" << false;
     QTest::newRow("entity-in-tool-tip-kept") << "Tom &amp; Jerry" << false;
     QTest::newRow("lines-in-tool-tip-kept") << "one\n  two" << false;
     QTest::newRow("tag-in-description-dialog-not-bold") << "<b>x</b>" << true;
