@@ -10,11 +10,13 @@
 
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTest>
 
 // Opening a module's dialog through its window and working its controls by
@@ -84,6 +86,23 @@ inline void enter(QWidget *dialog, const QString &name, const QString &value)
         text->setPlainText(value);
     else
         choose(dialog, qPrintable(name), value);
+}
+
+// A change to one control, as the user makes it.
+inline void edit(QWidget *c)
+{
+    if (auto *line = qobject_cast<QLineEdit *>(c))
+        line->setText(line->text() + QStringLiteral("7"));
+    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
+        text->setPlainText(QStringLiteral("x"));
+    else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
+        spin->setValue(spin->value() == 9 ? 8 : 9);
+    else if (auto *combo = qobject_cast<QComboBox *>(c))
+        combo->setCurrentIndex(0);
+    else if (auto *tabs = qobject_cast<QTabWidget *>(c))
+        tabs->setCurrentIndex(1);
+    else if (auto *button = qobject_cast<QAbstractButton *>(c))
+        button->click();
 }
 
 // Each "control=text" entered in turn.

@@ -93,17 +93,7 @@ void tst_FirstDialogs::playMarksEdited()
     frmScriptViewer w;
     w.AddModule(3, 3000, 3000);
     ivr::PropertyDialog *dialog = open(w, 2);
-    QWidget *c = dialog->findChild<QWidget *>(control);
-    if (auto *line = qobject_cast<QLineEdit *>(c))
-        line->setText(QStringLiteral("Renamed"));
-    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
-        text->setPlainText(QStringLiteral("x"));
-    else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
-        spin->setValue(9);
-    else if (auto *combo = qobject_cast<QComboBox *>(c))
-        combo->setCurrentIndex(0);
-    else
-        qobject_cast<QRadioButton *>(c)->click();
+    edit(dialog->findChild<QWidget *>(control));
     click(dialog, "cmdOk");
     QVERIFY(w.Changed());
 }

@@ -52,23 +52,6 @@ ivr::Definition &definitionOf(frmScriptViewer &w, qint16 i)
     return module(w, i)->moduleData()->definition();
 }
 
-// A change to one control, as the user makes it.
-void edit(QWidget *c)
-{
-    if (auto *line = qobject_cast<QLineEdit *>(c))
-        line->setText(line->text() + QStringLiteral("7"));
-    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
-        text->setPlainText(QStringLiteral("x"));
-    else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
-        spin->setValue(spin->value() == 9 ? 8 : 9);
-    else if (auto *combo = qobject_cast<QComboBox *>(c))
-        combo->setCurrentIndex(0);
-    else if (auto *tabs = qobject_cast<QTabWidget *>(c))
-        tabs->setCurrentIndex(1);
-    else if (auto *button = qobject_cast<QAbstractButton *>(c))
-        button->click();
-}
-
 } // namespace
 
 void tst_MenuDialogs::exitRows_data()
