@@ -1,22 +1,48 @@
 #pragma once
 
+#include "commondialog.h"
 #include "frmscriptviewer.h"
+#include "messagerecorder.h"
+#include "programfolder.h"
 #include "propertydialog.h"
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTest>
 
 // Opening a module's dialog through its window and working its controls by
 // their names, as a user does.
 namespace dialogtesting {
+
+// Each test function's own program folder and message boxes; no file answer
+// is left over for the next one.
+struct Fixture
+{
+    std::unique_ptr<ProgramFolder> m_folder;
+    std::unique_ptr<MessageRecorder> m_messages;
+
+    bool setUp()
+    {
+        m_folder = std::make_unique<ProgramFolder>();
+        m_messages = std::make_unique<MessageRecorder>();
+        return m_folder->isValid();
+    }
+    void tearDown()
+    {
+        ivr::CommonDialog::clearTestAnswer();
+        m_messages.reset();
+        m_folder.reset();
+    }
+};
 
 inline ivr::PropertyDialog *open(frmScriptViewer &w, qint16 index)
 {
@@ -50,6 +76,42 @@ inline void choose(QWidget *dialog, const char *combo, const QString &text)
     box->setCurrentIndex(box->findText(text));
 }
 
+// Types text into a line or text box, or picks the combo row showing it.
+inline void enter(QWidget *dialog, const QString &name, const QString &value)
+{
+    QWidget *c = control(dialog, qPrintable(name));
+    if (auto *line = qobject_cast<QLineEdit *>(c))
+        line->setText(value);
+    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
+        text->setPlainText(value);
+    else
+        choose(dialog, qPrintable(name), value);
+}
+
+// A change to one control, as the user makes it.
+inline void edit(QWidget *c)
+{
+    if (auto *line = qobject_cast<QLineEdit *>(c))
+        line->setText(line->text() + QStringLiteral("7"));
+    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
+        text->setPlainText(QStringLiteral("x"));
+    else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
+        spin->setValue(spin->value() == 9 ? 8 : 9);
+    else if (auto *combo = qobject_cast<QComboBox *>(c))
+        combo->setCurrentIndex(0);
+    else if (auto *tabs = qobject_cast<QTabWidget *>(c))
+        tabs->setCurrentIndex(1);
+    else if (auto *button = qobject_cast<QAbstractButton *>(c))
+        button->click();
+}
+
+// Each "control=text" entered in turn.
+inline void fill(QWidget *dialog, const QStringList &pairs)
+{
+    for (const QString &pair : pairs)
+        enter(dialog, pair.section('=', 0, 0), pair.section('=', 1));
+}
+
 inline VorelModule *module(frmScriptViewer &w, qint16 i)
 {
     return w.cmVorelModule().at(i);
@@ -58,6 +120,32 @@ inline VorelModule *module(frmScriptViewer &w, qint16 i)
 inline QString exitOf(frmScriptViewer &w, qint16 i, const char *key)
 {
     return module(w, i)->moduleData()->definition().Properties(key).Value().toString();
+}
+
+// The named stops met along the focus chain from the first of names, as many
+// as names holds: inner parts of spins and tab controls are passed over.
+inline QStringList tabOrder(QWidget *dialog, const QStringList &names)
+{
+    QStringList met{names.first()};
+    QWidget *at = control(dialog, qPrintable(names.first()));
+    while (met.size() < names.size()) {
+        do
+            at = at->nextInFocusChain();
+        while (at->focusPolicy() == Qt::NoFocus || at->focusProxy() || at->objectName().isEmpty());
+        met << at->objectName();
+    }
+    return met;
+}
+
+// "name=text" of the controls named in pairs, to compare with pairs.
+inline QStringList captions(QWidget *dialog, const QStringList &pairs)
+{
+    QStringList shown;
+    for (const QString &pair : pairs) {
+        QWidget *c = control(dialog, qPrintable(pair.section('=', 0, 0)));
+        shown << pair.section('=', 0, 0) + '=' + (c ? c->property("text").toString() : "?");
+    }
+    return shown;
 }
 
 } // namespace dialogtesting

@@ -1,7 +1,5 @@
 #include "connectionstringdialog.h"
 #include "dialogtesting.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 
 #include <QFile>
 #include <QSqlDatabase>
@@ -14,13 +12,13 @@ using namespace dialogtesting;
 // over the query dialog of a real script window and tested on real SQLite
 // files. The dialog is modal: each test works it from a timer while the
 // query dialog waits on it.
-class tst_ConnectionStringDialog : public QObject
+class tst_ConnectionStringDialog : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp()); }
+    void cleanup() { tearDown(); }
     void buildsTestedString_data();
     void buildsTestedString();
     void refusesWhatIsNoDatabase_data();
@@ -34,39 +32,7 @@ private:
     void browse(ivr::PropertyDialog *query,
                 std::function<void(ivr::ConnectionStringDialog *)> work);
     QString makeDatabase();
-
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
 };
-
-namespace {
-
-void fill(QWidget *dialog, const QStringList &pairs) // control=text
-{
-    for (const QString &pair : pairs) {
-        const QString name = pair.section('=', 0, 0);
-        const QString value = pair.section('=', 1);
-        if (auto *combo = control<QComboBox>(dialog, qPrintable(name)))
-            combo->setCurrentIndex(combo->findText(value));
-        else
-            control<QLineEdit>(dialog, qPrintable(name))->setText(value);
-    }
-}
-
-} // namespace
-
-void tst_ConnectionStringDialog::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-}
-
-void tst_ConnectionStringDialog::cleanup()
-{
-    m_messages.reset();
-    m_folder.reset();
-}
 
 ivr::PropertyDialog *tst_ConnectionStringDialog::openQuery(frmScriptViewer &w, const QString &text)
 {

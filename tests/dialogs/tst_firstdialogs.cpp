@@ -1,7 +1,4 @@
-#include "commondialog.h"
 #include "dialogtesting.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 #include "spinbox.h"
 
 #include <QLabel>
@@ -9,13 +6,13 @@
 using namespace dialogtesting;
 
 // Play, Connected and End Call: their fields, their commits and their quirks.
-class tst_FirstDialogs : public QObject
+class tst_FirstDialogs : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp()); }
+    void cleanup() { tearDown(); }
     void playLoadsAndCommits();
     void playMarksEdited_data();
     void playMarksEdited();
@@ -41,24 +38,8 @@ private:
                 });
     }
 
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
     QString m_pickerSeen;
 };
-
-void tst_FirstDialogs::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-}
-
-void tst_FirstDialogs::cleanup()
-{
-    ivr::CommonDialog::clearTestAnswer();
-    m_messages.reset();
-    m_folder.reset();
-}
 
 void tst_FirstDialogs::playLoadsAndCommits()
 {
@@ -112,17 +93,7 @@ void tst_FirstDialogs::playMarksEdited()
     frmScriptViewer w;
     w.AddModule(3, 3000, 3000);
     ivr::PropertyDialog *dialog = open(w, 2);
-    QWidget *c = dialog->findChild<QWidget *>(control);
-    if (auto *line = qobject_cast<QLineEdit *>(c))
-        line->setText(QStringLiteral("Renamed"));
-    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
-        text->setPlainText(QStringLiteral("x"));
-    else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
-        spin->setValue(9);
-    else if (auto *combo = qobject_cast<QComboBox *>(c))
-        combo->setCurrentIndex(0);
-    else
-        qobject_cast<QRadioButton *>(c)->click();
+    edit(dialog->findChild<QWidget *>(control));
     click(dialog, "cmdOk");
     QVERIFY(w.Changed());
 }
@@ -330,23 +301,10 @@ void tst_FirstDialogs::layoutAsDrawn()
     QVERIFY(!(dialog->windowFlags()
               & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint
                  | Qt::WindowCloseButtonHint)));
-    QWidget *at = control(dialog, qPrintable(tabOrder.first()));
-    for (const QString &next : tabOrder.mid(1)) {
-        at = at->nextInFocusChain();
-        // Qt keeps only the checked option of a group in the chain's tab
-        // stops; the chain itself is the order drawn.
-        while (at->focusPolicy() == Qt::NoFocus || at->focusProxy())
-            at = at->nextInFocusChain();
-        QCOMPARE(at->objectName(), next);
-    }
-    for (const QString &pair : captions) {
-        const QString name = pair.section('=', 0, 0);
-        const QString text = pair.section('=', 1);
-        QWidget *c = control(dialog, qPrintable(name));
-        QVERIFY2(c, qPrintable(name));
-        const QString shown = c->property("text").toString();
-        QCOMPARE(shown, text);
-    }
+    // Qt keeps only the checked option of a group in the chain's tab stops;
+    // the chain itself is the order drawn.
+    QCOMPARE(dialogtesting::tabOrder(dialog, tabOrder), tabOrder);
+    QCOMPARE(dialogtesting::captions(dialog, captions), captions);
     for (QPushButton *button : dialog->findChildren<QPushButton *>())
         QVERIFY(!button->isDefault() && !button->autoDefault());
     click(dialog, "cmdCancel");

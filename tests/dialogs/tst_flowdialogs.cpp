@@ -1,19 +1,16 @@
-#include "commondialog.h"
 #include "dialogtesting.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 
 using namespace dialogtesting;
 
 // The Condition, E-mail, Query and Executable dialogs of a real script window:
 // 0 Connected, 1 End Call, 2 the module under edit, 3 a Play module named "3".
-class tst_FlowDialogs : public QObject
+class tst_FlowDialogs : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp()); }
+    void cleanup() { tearDown(); }
     void loadsFields_data();
     void loadsFields();
     void commitsFields_data();
@@ -30,10 +27,6 @@ private slots:
     void reopenKeepsModule();
     void layoutAsDrawn_data();
     void layoutAsDrawn();
-
-private:
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
 };
 
 namespace {
@@ -54,17 +47,6 @@ void store(frmScriptViewer &w, const QStringList &pairs) // "Key=value"
     ivr::Definition &d = module(w, 2)->moduleData()->definition();
     for (const QString &pair : pairs)
         d.setValue(pair.section('=', 0, 0), pair.section('=', 1));
-}
-
-void enter(QWidget *dialog, const QString &name, const QString &value)
-{
-    QWidget *c = control(dialog, qPrintable(name));
-    if (auto *line = qobject_cast<QLineEdit *>(c))
-        line->setText(value);
-    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
-        text->setPlainText(value);
-    else
-        choose(dialog, qPrintable(name), value);
 }
 
 QString shownIn(QWidget *dialog, const QString &name)
@@ -92,20 +74,6 @@ QStringList linkedTargets(frmScriptViewer &w, qint16 from)
 }
 
 } // namespace
-
-void tst_FlowDialogs::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-}
-
-void tst_FlowDialogs::cleanup()
-{
-    ivr::CommonDialog::clearTestAnswer();
-    m_messages.reset();
-    m_folder.reset();
-}
 
 void tst_FlowDialogs::loadsFields_data()
 {
@@ -207,8 +175,7 @@ void tst_FlowDialogs::commitsFields()
     store(w, pairs(stored));
     ivr::PropertyDialog *dialog = open(w, 2);
     enter(dialog, "txtModuleName", QStringLiteral(" Step "));
-    for (const QString &pair : pairs(typed))
-        enter(dialog, pair.section('=', 0, 0), pair.section('=', 1));
+    fill(dialog, pairs(typed));
     click(dialog, "cmdOk");
     QCOMPARE(m_messages->count(), 0);
     QVERIFY(w.Changed());
@@ -264,8 +231,7 @@ void tst_FlowDialogs::commitsExits()
     store(w, pairs(stored));
     ivr::PropertyDialog *dialog = open(w, 2);
     QCOMPARE(control<QComboBox>(dialog, "cboSuccess")->count(), 3); // never Connected
-    for (const QString &pair : pairs(chosen))
-        enter(dialog, pair.section('=', 0, 0), pair.section('=', 1));
+    fill(dialog, pairs(chosen));
     click(dialog, "cmdOk");
     QStringList targets;
     for (const QString &pair : pairs(written)) {
@@ -449,8 +415,7 @@ void tst_FlowDialogs::reopenKeepsModule()
         script(w, type);
         ivr::PropertyDialog *dialog = open(w, 2);
         enter(dialog, "txtModuleName", QStringLiteral("Step"));
-        for (const QString &pair : pairs(chosen))
-            enter(dialog, pair.section('=', 0, 0), pair.section('=', 1));
+        fill(dialog, pairs(chosen));
         click(dialog, "cmdOk");
         saved = module(w, 2)->moduleData()->definition().storedValues();
         w.setFileName(path);
@@ -522,13 +487,7 @@ void tst_FlowDialogs::layoutAsDrawn()
     QCOMPARE(dialog->helpContext(), help);
     QCOMPARE(dialog->minimumSize(), dialog->maximumSize());
     const QStringList order = pairs(tabOrder);
-    QWidget *at = control(dialog, qPrintable(order.first()));
-    for (const QString &next : order.mid(1)) {
-        at = at->nextInFocusChain();
-        while (at->focusPolicy() == Qt::NoFocus || at->focusProxy())
-            at = at->nextInFocusChain();
-        QCOMPARE(at->objectName(), next);
-    }
+    QCOMPARE(dialogtesting::tabOrder(dialog, order), order);
     QWidget *previous = nullptr;
     for (const QString &name : order) {
         QWidget *c = control(dialog, qPrintable(name));
@@ -536,9 +495,7 @@ void tst_FlowDialogs::layoutAsDrawn()
         QVERIFY2(!previous || y >= previous->mapTo(dialog, QPoint()).y(), qPrintable(name));
         previous = c;
     }
-    for (const QString &pair : pairs(captions))
-        QCOMPARE(control(dialog, qPrintable(pair.section('=', 0, 0)))->property("text").toString(),
-                 pair.section('=', 1));
+    QCOMPARE(dialogtesting::captions(dialog, pairs(captions)), pairs(captions));
     for (QComboBox *combo : dialog->findChildren<QComboBox *>())
         QVERIFY(!combo->isEditable());
     for (QPlainTextEdit *box :

@@ -1,8 +1,5 @@
-#include "commondialog.h"
 #include "dialogtesting.h"
 #include "exittables.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 #include "spinbox.h"
 
 #include <QCheckBox>
@@ -16,13 +13,13 @@ using namespace dialogtesting;
 // The digit menu, number entry, record and transfer dialogs: which combo
 // writes which exit, which fields mark the dialog, the number's checks and a
 // whole menu tree saved and opened again.
-class tst_MenuDialogs : public QObject
+class tst_MenuDialogs : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp()); }
+    void cleanup() { tearDown(); }
     void exitRows_data();
     void exitRows();
     void marksEdited_data();
@@ -37,10 +34,6 @@ private slots:
     void menuTreeSurvivesSaveAndOpen();
     void layoutAsDrawn_data();
     void layoutAsDrawn();
-
-private:
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
 };
 
 namespace {
@@ -59,38 +52,7 @@ ivr::Definition &definitionOf(frmScriptViewer &w, qint16 i)
     return module(w, i)->moduleData()->definition();
 }
 
-// A change to one control, as the user makes it.
-void edit(QWidget *c)
-{
-    if (auto *line = qobject_cast<QLineEdit *>(c))
-        line->setText(line->text() + QStringLiteral("7"));
-    else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
-        text->setPlainText(QStringLiteral("x"));
-    else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
-        spin->setValue(spin->value() == 9 ? 8 : 9);
-    else if (auto *combo = qobject_cast<QComboBox *>(c))
-        combo->setCurrentIndex(0);
-    else if (auto *tabs = qobject_cast<QTabWidget *>(c))
-        tabs->setCurrentIndex(1);
-    else if (auto *button = qobject_cast<QAbstractButton *>(c))
-        button->click();
-}
-
 } // namespace
-
-void tst_MenuDialogs::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-}
-
-void tst_MenuDialogs::cleanup()
-{
-    ivr::CommonDialog::clearTestAnswer();
-    m_messages.reset();
-    m_folder.reset();
-}
 
 void tst_MenuDialogs::exitRows_data()
 {
@@ -507,19 +469,9 @@ void tst_MenuDialogs::layoutAsDrawn()
     QCOMPARE(dialog->minimumSize(), client);
     QCOMPARE(dialog->maximumSize(), client);
     const QStringList order = tabOrder.split(' ');
-    QWidget *at = control(dialog, qPrintable(order.first()));
-    for (const QString &next : order.mid(1)) {
-        at = at->nextInFocusChain();
-        // Inner parts of spins and of the tab control lie in the chain too.
-        while (at->focusPolicy() == Qt::NoFocus || at->focusProxy() || at->objectName().isEmpty())
-            at = at->nextInFocusChain();
-        QCOMPARE(at->objectName(), next);
-    }
-    for (const QString &pair : captions.split('|')) {
-        QWidget *c = control(dialog, qPrintable(pair.section('=', 0, 0)));
-        QVERIFY2(c, qPrintable(pair));
-        QCOMPARE(c->property("text").toString(), pair.section('=', 1));
-    }
+    QCOMPARE(dialogtesting::tabOrder(dialog, order), order);
+    const QStringList pairs = captions.split('|');
+    QCOMPARE(dialogtesting::captions(dialog, pairs), pairs);
     const QRegularExpression wideBlank(QStringLiteral("\\S {3,}\\S"));
     for (QLabel *label : dialog->findChildren<QLabel *>())
         QVERIFY2(!wideBlank.match(label->text()).hasMatch(), qPrintable(label->text()));

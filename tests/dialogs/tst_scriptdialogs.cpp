@@ -1,7 +1,4 @@
-#include "commondialog.h"
 #include "helpwindow.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 #include "scriptleveltesting.h"
 #include "selectedmoduletype.h"
 #include "shelltesting.h"
@@ -13,13 +10,17 @@ using namespace scriptlevel;
 
 // Associate Script and the script call module: the associated-script list
 // of CommonModule, edited, chosen from, saved and reopened.
-class tst_ScriptDialogs : public QObject
+class tst_ScriptDialogs : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp() && shelltesting::start(*m_folder)); }
+    void cleanup()
+    {
+        shelltesting::discardFrame();
+        tearDown();
+    }
     void associateEdits_data();
     void associateEdits();
     void associateOpensFromMenu_data();
@@ -61,26 +62,8 @@ private:
         return index;
     }
 
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
     QString m_pickerSeen;
 };
-
-void tst_ScriptDialogs::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-    QVERIFY(shelltesting::start(*m_folder));
-}
-
-void tst_ScriptDialogs::cleanup()
-{
-    ivr::CommonDialog::clearTestAnswer();
-    shelltesting::discardFrame();
-    m_messages.reset();
-    m_folder.reset();
-}
 
 void tst_ScriptDialogs::work(QWidget *dialog, const QStringList &actions)
 {

@@ -1,7 +1,4 @@
 #include "appfolder.h"
-#include "commondialog.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 #include "scriptleveltesting.h"
 #include "shelltesting.h"
 #include "sinkrecorder.h"
@@ -43,13 +40,21 @@ QStringList tableOf(const ivr::Definition &d)
 // Select Wave Files: the script's spoken-number table, its odd edit rules,
 // audition through the test daemon's null sink, and the round trip through
 // a saved script.
-class tst_WaveFile : public QObject
+class tst_WaveFile : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        QVERIFY(setUp() && shelltesting::start(*m_folder));
+        m_pickerSeen.clear();
+    }
+    void cleanup()
+    {
+        shelltesting::discardFrame();
+        tearDown();
+    }
     void opensModalWithEmptySlots();
     void slotShowsItsEntry_data();
     void slotShowsItsEntry();
@@ -76,27 +81,8 @@ private:
     ivr::Definition &common() { return activeViewer()->CommonModule()->definition(); }
     bool heard(QWidget *dialog, const char *play);
 
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
     QStringList m_pickerSeen;
 };
-
-void tst_WaveFile::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-    QVERIFY(shelltesting::start(*m_folder));
-    m_pickerSeen.clear();
-}
-
-void tst_WaveFile::cleanup()
-{
-    ivr::CommonDialog::clearTestAnswer();
-    shelltesting::discardFrame();
-    m_messages.reset();
-    m_folder.reset();
-}
 
 void tst_WaveFile::work(QWidget *dialog, const QStringList &actions)
 {
