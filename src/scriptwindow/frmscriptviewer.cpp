@@ -200,11 +200,7 @@ VorelModule *frmScriptViewer::makeModule(qint16 index)
 
 VorelDirection *frmScriptViewer::makeArrow(qint16 index)
 {
-    auto *arrow = new VorelDirection(index, m_picMain);
-    // A fresh arrow lies under the modules until it is placed; the modules
-    // keep their clicks where the two overlap.
-    arrow->lower();
-    return arrow;
+    return new VorelDirection(index, m_picMain->arrows());
 }
 
 void frmScriptViewer::setStatusText(const QString &text)

@@ -1,11 +1,14 @@
 #include "scriptcanvas.h"
 
+#include "arrowlayer.h"
+
 #include <QMouseEvent>
 
 namespace ivr {
 
 ScriptCanvas::ScriptCanvas(QWidget *parent)
     : QWidget(parent)
+    , m_arrows(new ArrowLayer(this))
 {
     setObjectName(QStringLiteral("picMain"));
     setAccessibleName(tr("Script canvas"));

@@ -179,7 +179,7 @@ void tst_FirstDialogs::connectDecidesAtOk()
     QCOMPARE(w.Changed(), changed);
     if (changed) {
         const qint16 arrow = w.DrawLine().LineMatrix(0, 2);
-        QVERIFY(arrow > 0 && w.VorelDirection1().at(arrow)->isVisibleTo(&w));
+        QVERIFY(arrow > 0 && w.VorelDirection1().at(arrow)->isVisible());
         QCOMPARE(w.DrawLine().LineMatrix(0, 1), qint16(0));
     }
 }

@@ -403,7 +403,7 @@ void tst_MenuDialogs::menuTreeSurvivesSaveAndOpen()
         at.insert((*it)->moduleData()->Name(), it.index());
     const auto arrow = [&w, &at](const QString &from, const QString &to) {
         const qint16 cell = w.DrawLine().LineMatrix(at.value(from), at.value(to));
-        return cell > 0 && w.VorelDirection1().at(cell)->isVisibleTo(&w);
+        return cell > 0 && w.VorelDirection1().at(cell)->isVisible();
     };
     const QStringList targets{
             "3", "4", "Operator", "6", "7", "8", "9", "10", "11", "12", "13", "14", "15"};

@@ -129,7 +129,7 @@ void tst_PropertyDialog::renameReachesOnlyLinkedExits()
     QCOMPARE(exitOf(w, 2, "NextModule"), QStringLiteral("[End Call]"));
     const qint16 arrow = w.DrawLine().LineMatrix(2, 1);
     QVERIFY(arrow > 1);
-    QVERIFY(w.VorelDirection1().at(arrow)->isVisibleTo(&w));
+    QVERIFY(w.VorelDirection1().at(arrow)->isVisible());
     QVERIFY(w.Changed());
 }
 

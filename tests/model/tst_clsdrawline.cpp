@@ -1,6 +1,7 @@
 #include "clsdrawline.h"
 
 #include "../support/exitkeys.h"
+#include "arrowlayer.h"
 #include "arrowplacer.h"
 #include "drawlineform.h"
 #include "ivrerror.h"
@@ -36,11 +37,12 @@ public:
 
 private:
     QWidget m_canvas;
+    ArrowLayer *m_layer = new ArrowLayer(&m_canvas);
     ControlArray<VorelModule> m_modules{[this](qint16 i) {
         return new VorelModule(i, &m_canvas);
     }};
     ControlArray<VorelDirection> m_arrows{[this](qint16 i) {
-        return new VorelDirection(i, &m_canvas);
+        return new VorelDirection(i, m_layer);
     }};
 };
 
@@ -227,7 +229,7 @@ void tst_clsDrawLine::redrawModes()
     VorelDirection *out = form.VorelDirection1().at(1);
     VorelDirection *in = form.VorelDirection1().at(2);
     // Where each arrow belongs, worked out on a spare arrow.
-    VorelDirection spare(9, form.picMain());
+    VorelDirection spare(9);
     ArrowPlacer::Place(moved, after, &spare);
     const QPair<QPointF, QPointF> outEnds{spare.startPoint(), spare.endPoint()};
     ArrowPlacer::Place(before, moved, &spare);
@@ -235,8 +237,8 @@ void tst_clsDrawLine::redrawModes()
 
     drawLine.RedefineModule(2, form, mode);
 
-    QCOMPARE(out->isVisibleTo(form.picMain()), leaving);
-    QCOMPARE(in->isVisibleTo(form.picMain()), entering);
+    QCOMPARE(out->isVisible(), leaving);
+    QCOMPARE(in->isVisible(), entering);
     QCOMPARE(qMakePair(out->startPoint(), out->endPoint()) == outEnds, leaving);
     QCOMPARE(qMakePair(in->startPoint(), in->endPoint()) == inEnds, entering);
 }
@@ -259,8 +261,8 @@ void tst_clsDrawLine::walksAtHighestIndex()
     last->moduleData()->setName(QStringLiteral("Last"));
 
     drawLine.RedefineModule(top, form, 3, QStringLiteral("32767"));
-    QVERIFY(form.VorelDirection1().at(1)->isVisibleTo(form.picMain()));
-    QVERIFY(form.VorelDirection1().at(2)->isVisibleTo(form.picMain()));
+    QVERIFY(form.VorelDirection1().at(1)->isVisible());
+    QVERIFY(form.VorelDirection1().at(2)->isVisible());
     QCOMPARE(form.cmVorelModule().at(0)->moduleData()->definition().NextModule(), "[Last]");
 
     form.cmVorelModule().unload(top);

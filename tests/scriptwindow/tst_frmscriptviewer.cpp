@@ -104,20 +104,26 @@ void tst_frmScriptViewer::placesIntoLowestHole()
 void tst_frmScriptViewer::canvasReleasePlacesArmedTool_data()
 {
     QTest::addColumn<int>("tool");
-    QTest::newRow("select-tool-places-nothing") << 0;
-    QTest::newRow("play-tool-places-at-pointer") << 3;
+    QTest::addColumn<QPoint>("at");
+    QTest::addColumn<bool>("places");
+    QTest::newRow("select-tool-places-nothing") << 0 << QPoint(400, 60) << false;
+    QTest::newRow("play-tool-places-at-pointer") << 3 << QPoint(400, 60) << true;
+    // The first link's arrow runs down between Connected and End Call.
+    QTest::newRow("click-on-an-arrow-is-the-arrow's") << 3 << QPoint(160, 191) << false;
 }
 
 void tst_frmScriptViewer::canvasReleasePlacesArmedTool()
 {
     QFETCH(int, tool);
+    QFETCH(QPoint, at);
+    QFETCH(bool, places);
     auto w = shownWindow();
     QVERIFY(w);
     ivr::setSelectedModuleType(qint16(tool));
-    QTest::mouseClick(w->picMain(), Qt::LeftButton, {}, QPoint(400, 60));
-    QCOMPARE(w->cmVorelModule().count(), tool ? 3 : 2);
-    QCOMPARE(w->Changed(), tool != 0);
-    if (tool) {
+    QTest::mouseClick(w->picMain(), Qt::LeftButton, {}, at);
+    QCOMPARE(w->cmVorelModule().count(), places ? 3 : 2);
+    QCOMPARE(w->Changed(), places);
+    if (places) {
         QCOMPARE(module(*w, 2)->Left(), 6000.0f);
         QCOMPARE(module(*w, 2)->Top(), 900.0f);
     }

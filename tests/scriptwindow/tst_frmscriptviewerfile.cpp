@@ -159,7 +159,7 @@ void tst_frmScriptViewerFile::roundTripKeepsEverything()
         for (auto to = a.begin(); to != a.end(); ++to) {
             const qint16 cell = second.DrawLine().LineMatrix(b.value(it.key()), b.value(to.key()));
             QCOMPARE(cell > 0, first.DrawLine().LineMatrix(it.value(), to.value()) > 0);
-            QVERIFY(cell <= 0 || second.VorelDirection1().at(cell)->isVisibleTo(&second));
+            QVERIFY(cell <= 0 || second.VorelDirection1().at(cell)->isVisible());
         }
     }
     QCOMPARE(first.cmVorelModule().at(a.value("Connected"))->Left(), 1215.5f);
@@ -280,7 +280,7 @@ void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
     for (const QString &key : allExits()) {
         const qint16 cell = w.DrawLine().LineMatrix(at.value(source), at.value("To " + key));
         QVERIFY2((cell > 0) == arrows.contains(key), qPrintable(key));
-        QVERIFY(cell <= 0 || w.VorelDirection1().at(cell)->isVisibleTo(&w));
+        QVERIFY(cell <= 0 || w.VorelDirection1().at(cell)->isVisible());
         // The exit keeps its text whether it got an arrow or not.
         QCOMPARE(w.cmVorelModule()
                          .at(at.value(source))

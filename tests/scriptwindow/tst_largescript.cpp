@@ -136,7 +136,7 @@ void tst_LargeScript::opensWithExactArrowsAndSavesUnchanged()
             QVERIFY(!arrows.contains(cell));
             arrows.insert(cell);
             VorelDirection *arrow = w.VorelDirection1().at(cell);
-            QVERIFY(arrow->isVisibleTo(&w));
+            QVERIFY(arrow->isVisible());
             ArrowPlacer::Place(w.cmVorelModule().at(from), w.cmVorelModule().at(to), &expected);
             QCOMPARE(arrow->startPoint(), expected.startPoint());
             QCOMPARE(arrow->endPoint(), expected.endPoint());
@@ -145,7 +145,7 @@ void tst_LargeScript::opensWithExactArrowsAndSavesUnchanged()
     // A second exit to the same module leaves its first arrow loaded but hidden.
     int shown = 0;
     for (VorelDirection *arrow : w.VorelDirection1())
-        shown += arrow->isVisibleTo(&w) ? 1 : 0;
+        shown += arrow->isVisible() ? 1 : 0;
     QCOMPARE(shown, arrows.size());
 
     const QString saved = m_folder->file(QStringLiteral("saved.ivr"));

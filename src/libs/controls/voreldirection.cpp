@@ -1,8 +1,8 @@
 #include "voreldirection.h"
 
+#include "arrowlayer.h"
 #include "twips.h"
 
-#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPainterPathStroker>
@@ -59,12 +59,12 @@ void widenByPolygon(const QPolygonF &piece, qreal top, qreal bottom, qreal &left
     }
 }
 
-// The mask of a straight arrow: the strip around the stroke and the head, in
+// The grip of a straight arrow: the strip around the stroke and the head, in
 // bands of pixel rows, one rectangle a band. Qt's polygon scan conversion
 // costs tens of microseconds for a long line, too slow for a module with
 // hundreds of arrows; the strip's span in a band is worked out directly, and
 // only the few bands of the head walk its edges. A long arrow gets taller
-// bands, so that no mask has more than about a hundred rectangles: its grip
+// bands, so that no grip has more than about a hundred rectangles: it
 // widens a little where it runs slanted, which a hand does not notice.
 QRegion straightGrip(QPointF start, QPointF base, const QPolygonF &head)
 {
@@ -132,23 +132,48 @@ struct VorelDirection::Shape
     QRegion grip;
 };
 
-VorelDirection::VorelDirection(qint16 index, QWidget *parent)
-    : QWidget(parent)
+VorelDirection::VorelDirection(qint16 index, ArrowLayer *layer)
+    : QObject(layer)
+    , m_layer(layer)
     , m_index(index)
 {
-    setAttribute(Qt::WA_NoSystemBackground);
-    setAccessibleName(tr("Link"));
-    applyShape();
+    if (m_layer)
+        m_layer->attach(this);
+}
+
+VorelDirection::~VorelDirection()
+{
+    if (m_layer) {
+        m_layer->detach(this);
+        if (m_visible)
+            m_layer->repaint(geometry());
+    }
+}
+
+void VorelDirection::setVisible(bool visible)
+{
+    if (m_visible == visible)
+        return;
+    m_visible = visible;
+    if (m_layer)
+        m_layer->repaint(geometry());
+}
+
+void VorelDirection::changed(const QRect &before)
+{
+    if (m_layer && m_visible)
+        m_layer->repaint(before.united(geometry()));
 }
 
 void VorelDirection::reshape(float left, float top, float x2, float y2, int arrowcode)
 {
+    const QRect before = geometry();
     m_left = Twips::bounded(left);
     m_top = Twips::bounded(top);
     m_x2 = qBound(0.0f, x2, Twips::Reach - m_left);
     m_y2 = qBound(0.0f, y2, Twips::Reach - m_top);
     m_arrowcode = (arrowcode >= FromTopLeft && arrowcode <= Loop) ? arrowcode : FromTopLeft;
-    applyShape();
+    changed(before);
 }
 
 void VorelDirection::setLine(QPointF from, QPointF to)
@@ -207,22 +232,28 @@ QPointF VorelDirection::endPoint() const
     }
 }
 
-VorelDirection::Shape VorelDirection::shapeInWidget(bool withGrip) const
+QRect VorelDirection::geometry() const
 {
-    // Widget coordinates: the box's corner sits at (Margin, Margin).
-    const QPointF origin(Twips::toPixels(m_left) - Margin, Twips::toPixels(m_top) - Margin);
-    auto toWidget = [&origin](QPointF twips) {
-        return twips / Twips::PerPixel - origin;
+    return QRect(QPoint(Twips::toPixels(m_left) - Margin, Twips::toPixels(m_top) - Margin),
+                 QPoint(Twips::toPixels(m_left + m_x2) + Margin,
+                        Twips::toPixels(m_top + m_y2) + Margin));
+}
+
+// In canvas pixels.
+VorelDirection::Shape VorelDirection::shape(bool withGrip) const
+{
+    const auto toPixels = [](QPointF twips) {
+        return twips / Twips::PerPixel;
     };
-    const QPointF start = toWidget(startPoint());
-    const QPointF end = toWidget(endPoint());
+    const QPointF start = toPixels(startPoint());
+    const QPointF end = toPixels(endPoint());
 
     Shape shape;
     shape.tip = end;
     if (m_arrowcode == Loop) {
         const qreal w = m_x2 / Twips::PerPixel;
         const qreal h = m_y2 / Twips::PerPixel;
-        const QPointF boxCorner = toWidget(QPointF(m_left, m_top));
+        const QPointF boxCorner = toPixels(QPointF(m_left, m_top));
         const QPointF c1 = boxCorner + QPointF(w / 4, 0);
         const QPointF c2 = boxCorner + QPointF(w, 3 * h / 4);
         shape.direction = end - c2;
@@ -246,54 +277,24 @@ VorelDirection::Shape VorelDirection::shapeInWidget(bool withGrip) const
         if (withGrip)
             shape.grip = straightGrip(start, base, headAt(shape.tip, shape.direction, 1.5));
     }
-    if (!withGrip)
-        return shape;
-    if (shape.grip.isEmpty()) // an empty mask would mean no mask at all
-        shape.grip = QRegion(QRect(start.toPoint(), QSize(1, 1)));
     return shape;
 }
 
-void VorelDirection::applyShape()
+QRegion VorelDirection::grip() const
 {
-    const int left = Twips::toPixels(m_left) - Margin;
-    const int top = Twips::toPixels(m_top) - Margin;
-    const int right = Twips::toPixels(m_left + m_x2) + Margin;
-    const int bottom = Twips::toPixels(m_top + m_y2) + Margin;
-    setGeometry(left, top, right - left + 1, bottom - top + 1);
-    setMask(shapeInWidget(true).grip);
-    update();
+    return shape(true).grip;
 }
 
-void VorelDirection::paintEvent(QPaintEvent *)
+void VorelDirection::paint(QPainter &painter) const
 {
-    const Shape shape = shapeInWidget(false);
-    QPainter p(this);
-    p.setRenderHint(QPainter::Antialiasing);
+    const Shape line = shape(false);
     // A one-pixel pen takes the raster engine's line path, which clips the
     // line to what is exposed; a wider one strokes the whole path of a long
     // arrow each time, and hundreds of arrows repaint several times slower.
-    p.setPen(QPen(ArrowColour, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    p.setBrush(Qt::NoBrush);
-    p.drawPath(shape.stroke);
-    p.setPen(Qt::NoPen);
-    p.setBrush(ArrowColour);
-    p.drawPolygon(headAt(shape.tip, shape.direction));
-}
-
-void VorelDirection::mousePressEvent(QMouseEvent *event)
-{
-    emit MouseDown(m_index,
-                   event->button(),
-                   event->modifiers(),
-                   Twips::fromPixels(event->position().x()),
-                   Twips::fromPixels(event->position().y()));
-}
-
-void VorelDirection::mouseReleaseEvent(QMouseEvent *event)
-{
-    emit MouseUp(m_index,
-                 event->button(),
-                 event->modifiers(),
-                 Twips::fromPixels(event->position().x()),
-                 Twips::fromPixels(event->position().y()));
+    painter.setPen(QPen(ArrowColour, 1.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(line.stroke);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ArrowColour);
+    painter.drawPolygon(headAt(line.tip, line.direction));
 }

@@ -1,15 +1,20 @@
 #pragma once
 
+#include <QObject>
 #include <QPointF>
-#include <QWidget>
+#include <QRect>
+#include <QRegion>
 
-// One arrow on the canvas, a control of its own. Its box is placed at Left,
+class ArrowLayer;
+class QPainter;
+
+// One arrow on the canvas, an element of its own. Its box is placed at Left,
 // Top (twips) and is x2 by y2 twips large; arrowcode tells in which corner of
 // the box the line starts (the head is in the opposite one) or that it is a
-// loop of a module linked to itself. Only the stroke belongs to the arrow: the
-// widget is masked to it, so what lies under the rest of the box stays
-// visible and keeps its clicks.
-class VorelDirection : public QWidget
+// loop of a module linked to itself. The canvas's arrow layer draws it and
+// hands it the clicks on its stroke; what lies under the rest of the box
+// keeps its clicks. A fresh arrow is hidden.
+class VorelDirection : public QObject
 {
     Q_OBJECT
 
@@ -22,14 +27,18 @@ public:
         Loop = 4,
     };
 
-    explicit VorelDirection(qint16 index, QWidget *parent = nullptr);
+    // Without a layer the arrow is only its geometry, drawn nowhere.
+    explicit VorelDirection(qint16 index, ArrowLayer *layer = nullptr);
+    ~VorelDirection() override;
 
     qint16 Index() const { return m_index; }
     float Top() const { return m_top; }
+    bool isVisible() const { return m_visible; }
+    void setVisible(bool visible);
 
-    // One call reshapes the arrow once; each setter alone would rebuild the
-    // stroke mask. The box is kept within the reach of the canvas
-    // (Twips::Reach), so that its mask and its picture stay small.
+    // One call reshapes the arrow once. The box is kept within the reach of
+    // the canvas (Twips::Reach), so that its picture stays within what Qt
+    // draws.
     void reshape(float left, float top, float x2, float y2, int arrowcode);
     // The straight arrow from one canvas point to another, in twips; points
     // beyond the reach of the canvas are taken at its edge.
@@ -38,23 +47,31 @@ public:
     QPointF startPoint() const;
     QPointF endPoint() const;
 
+    // The pixels of the canvas the arrow may cover: its box with room for
+    // the stroke and the head.
+    QRect geometry() const;
+    // The canvas pixels whose clicks the arrow takes: a strip around the
+    // stroke and the head.
+    QRegion grip() const;
+    // Draws the arrow with a painter on the canvas.
+    void paint(QPainter &painter) const;
+
 signals:
     void
     MouseDown(qint16 index, Qt::MouseButton button, Qt::KeyboardModifiers shift, float x, float y);
     void
     MouseUp(qint16 index, Qt::MouseButton button, Qt::KeyboardModifiers shift, float x, float y);
 
-protected:
-    void paintEvent(QPaintEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-
 private:
+    friend class ArrowLayer;
     struct Shape;
-    Shape shapeInWidget(bool withGrip) const;
-    void applyShape();
+    Shape shape(bool withGrip) const;
+    void changed(const QRect &before);
 
+    ArrowLayer *m_layer = nullptr;
+    size_t m_slot = 0; // the arrow's place in its layer
     qint16 m_index;
+    bool m_visible = false;
     float m_left = 0;
     float m_top = 0;
     float m_x2 = 1860;
