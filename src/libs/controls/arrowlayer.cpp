@@ -8,6 +8,25 @@
 #include <QPainter>
 #include <QWidget>
 
+namespace {
+
+using MouseSignal
+        = void (VorelDirection::*)(qint16, Qt::MouseButton, Qt::KeyboardModifiers, float, float);
+
+// Tells an arrow of a press or release as a control of its own reports one:
+// in twips inside its box.
+void report(VorelDirection *arrow, MouseSignal signal, const QMouseEvent &mouse)
+{
+    const QPointF inside = mouse.position() - arrow->geometry().topLeft();
+    emit(arrow->*signal)(arrow->Index(),
+                         mouse.button(),
+                         mouse.modifiers(),
+                         Twips::fromPixels(inside.x()),
+                         Twips::fromPixels(inside.y()));
+}
+
+} // namespace
+
 ArrowLayer::ArrowLayer(QWidget *canvas)
     : QObject(canvas)
     , m_canvas(canvas)
@@ -86,12 +105,7 @@ bool ArrowLayer::eventFilter(QObject *watched, QEvent *event)
             return false;
         m_pressed = arrow;
         m_held = true;
-        const QPointF inside = mouse->position() - arrow->geometry().topLeft();
-        emit arrow->MouseDown(arrow->Index(),
-                              mouse->button(),
-                              mouse->modifiers(),
-                              Twips::fromPixels(inside.x()),
-                              Twips::fromPixels(inside.y()));
+        report(arrow, &VorelDirection::MouseDown, *mouse);
         return true;
     }
     case QEvent::MouseButtonRelease: {
@@ -107,12 +121,7 @@ bool ArrowLayer::eventFilter(QObject *watched, QEvent *event)
         }
         if (!arrow)
             return true;
-        const QPointF inside = mouse->position() - arrow->geometry().topLeft();
-        emit arrow->MouseUp(arrow->Index(),
-                            mouse->button(),
-                            mouse->modifiers(),
-                            Twips::fromPixels(inside.x()),
-                            Twips::fromPixels(inside.y()));
+        report(arrow, &VorelDirection::MouseUp, *mouse);
         return true;
     }
     default:
