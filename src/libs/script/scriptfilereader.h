@@ -26,16 +26,19 @@ public:
 
 private:
     ModuleDataPtr readModule(int number, const QJsonValue &entry);
-    bool checkKnownKey(const QString &where, const QString &key, const QJsonValue &value);
-    bool readCommonMembers(const QString &where, QJsonObject &stored, Definition &d);
-    bool readSlots(const QString &where,
-                   const QString &key,
+    bool checkKnownKey(const QString &key, const QJsonValue &value);
+    bool readCommonMembers(QJsonObject &stored, Definition &d);
+    bool readSlots(const QString &key,
                    const QJsonValue &value,
                    int slotCount,
                    const std::function<void(int, const QString &)> &store);
+    // The module being read in the words of a message: module 3 ("Welcome").
+    QString where() const;
     bool fail(const QString &error);
 
     QString m_error;
+    int m_moduleNumber = 0;
+    QString m_moduleName; // in brackets, as handed out
 };
 
 } // namespace ivr
