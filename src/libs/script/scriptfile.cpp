@@ -195,15 +195,22 @@ std::optional<QByteArray> readScript(const QString &path, QString &problem)
         problem = QStringLiteral("it is not a regular file");
         return std::nullopt;
     }
+    // Read straight into one buffer of the size the file gives, grown only
+    // for a file that says less than it holds: a buffer per read and its
+    // copy cost a large script as much again as the reading.
     constexpr qint64 Chunk = qint64(1) << 20;
-    QByteArray data;
-    data.reserve(qsizetype(qMin<qint64>(status.st_size, MaxScriptFileSize) + 1));
-    while (data.size() <= MaxScriptFileSize) {
-        const QByteArray chunk = file.read(qMin(Chunk, MaxScriptFileSize + 1 - data.size()));
-        if (chunk.isEmpty())
+    QByteArray data(qsizetype(qMin<qint64>(status.st_size, MaxScriptFileSize) + 1),
+                    Qt::Uninitialized);
+    qint64 filled = 0;
+    while (filled <= MaxScriptFileSize) {
+        if (filled == data.size())
+            data.resize(qsizetype(qMin(filled + Chunk, MaxScriptFileSize + 1)));
+        const qint64 got = file.read(data.data() + filled, data.size() - filled);
+        if (got <= 0)
             break;
-        data += chunk;
+        filled += got;
     }
+    data.truncate(qsizetype(filled));
     if (file.error() != QFileDevice::NoError) {
         problem = file.errorString();
         return std::nullopt;
