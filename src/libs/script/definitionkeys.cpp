@@ -9,18 +9,26 @@ namespace {
 
 using KnownKeys = std::vector<std::pair<QString, DefinitionKeys::Kind>>;
 
-// The known keys by length. Loading asks for the kind of every key of every
-// module: comparing a key with the few known ones of its length, last
-// letter first, is several times quicker than hashing it.
+constexpr size_t KindBuckets = 128;
+
+// Length, first and last letter spread the known keys over the buckets with
+// at most three in one.
+size_t bucketOf(QStringView key)
+{
+    return (size_t(key.size()) * 5 + key.back().unicode() + key.front().unicode() * 3u)
+           % KindBuckets;
+}
+
+// Loading asks for the kind of every key of every module: comparing a key
+// with the one to three known keys of its bucket takes less than half the
+// time of looking it up in a QHash.
 const std::vector<KnownKeys> &kinds()
 {
     using K = DefinitionKeys::Kind;
     static const std::vector<KnownKeys> table = [] {
-        std::vector<KnownKeys> t;
+        std::vector<KnownKeys> t(KindBuckets);
         auto add = [&t](const QString &key, K kind) {
-            if (key.size() >= qsizetype(t.size()))
-                t.resize(size_t(key.size()) + 1);
-            t[size_t(key.size())].emplace_back(key, kind);
+            t[bucketOf(key)].emplace_back(key, kind);
         };
         for (const QString &exit : DefinitionKeys::exitKeys())
             add(exit, K::Text);
@@ -57,11 +65,10 @@ const std::vector<KnownKeys> &kinds()
 
 std::optional<DefinitionKeys::Kind> DefinitionKeys::kindOf(QStringView key)
 {
-    const std::vector<KnownKeys> &table = kinds();
-    if (key.isEmpty() || key.size() >= qsizetype(table.size()))
+    if (key.isEmpty())
         return std::nullopt;
-    for (const auto &[known, kind] : table[size_t(key.size())]) {
-        if (known.back() == key.back() && known == key)
+    for (const auto &[known, kind] : kinds()[bucketOf(key)]) {
+        if (known == key)
             return kind;
     }
     return std::nullopt;

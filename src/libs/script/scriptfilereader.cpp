@@ -20,7 +20,9 @@ constexpr int MaxScripts = std::numeric_limits<qint16>::max();
 // of the float above that is where rounding would give infinity.
 constexpr double FloatRangeEnd = double(std::numeric_limits<float>::max()) + 0x1p103;
 
-bool isWholeNumberIn(const QJsonValue &value, double low, double high)
+// For a value of the parsed document as much as for a copy of one.
+template<typename Value>
+bool isWholeNumberIn(const Value &value, double low, double high)
 {
     if (!value.isDouble())
         return false;
@@ -126,7 +128,21 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
         return {};
     }
     const QJsonObject object = entry.toObject();
-    const QJsonValue name = object.value(u"name");
+    // One walk over the entry's keys rather than a search for each of the
+    // three: the entry seldom holds other keys, and an unknown one is seen on
+    // the way.
+    QJsonValue name(QJsonValue::Undefined);
+    QJsonValue type(QJsonValue::Undefined);
+    QJsonValue definitionValue(QJsonValue::Undefined);
+    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
+        const QString key = it.key();
+        if (key == u"definition")
+            definitionValue = it.value();
+        else if (key == u"name")
+            name = it.value();
+        else if (key == u"type")
+            type = it.value();
+    }
     if (!name.isString()) {
         fail(QStringLiteral("module %1 has no name, or its name is not a text").arg(number));
         return {};
@@ -136,7 +152,6 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
     m_moduleName.clear();
     m_moduleName.reserve(plainName.size() + 2);
     m_moduleName.append(QLatin1Char('[')).append(plainName).append(QLatin1Char(']'));
-    const QJsonValue type = object.value(u"type");
     if (!isWholeNumberIn(type, 0, ModuleData::CommonModuleType)
         || !isKnownModuleType(type.toDouble())) {
         fail(QStringLiteral("%1 has no module type this program knows (\"type\" must be a whole "
@@ -144,7 +159,6 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
                      .arg(where(), QString::number(ModuleData::CommonModuleType)));
         return {};
     }
-    const QJsonValue definitionValue = object.value(u"definition");
     if (!definitionValue.isUndefined() && !definitionValue.isObject()) {
         fail(QStringLiteral("the \"definition\" of %1 is not a JSON object").arg(where()));
         return {};
@@ -154,6 +168,7 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
     auto module = std::make_shared<ModuleData>();
     module->setModuleType(int(type.toInteger()));
     module->setName(m_moduleName);
+    // Name and type are there, or the module was refused above.
     const qsizetype present = definitionValue.isUndefined() ? 2 : 3;
     module->setUnknownKeys(otherKeys(object, present, {u"name", u"type", u"definition"}));
     Definition &d = module->definition();
@@ -168,7 +183,7 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
     return module;
 }
 
-bool ScriptFileReader::checkKnownKey(const QString &key, const QJsonValue &value)
+bool ScriptFileReader::checkKnownKey(const QString &key, QJsonValueConstRef value)
 {
     const auto kind = DefinitionKeys::kindOf(key);
     if (!kind)

@@ -26,7 +26,8 @@ public:
 
 private:
     ModuleDataPtr readModule(int number, const QJsonValue &entry);
-    bool checkKnownKey(const QString &key, const QJsonValue &value);
+    // The value is read in place in the parsed document, not copied out.
+    bool checkKnownKey(const QString &key, QJsonValueConstRef value);
     bool readCommonMembers(QJsonObject &stored, Definition &d);
     bool readSlots(const QString &key,
                    const QJsonValue &value,
