@@ -69,7 +69,9 @@ bool ScriptFileReader::fail(const QString &error)
 std::optional<ModuleList> ScriptFileReader::read(const QByteArray &data)
 {
     m_error.clear();
-    if (data.trimmed().isEmpty()) {
+    // Looked at through a view: trimming the array itself copies the whole
+    // file whenever it ends in a line break, as every saved script does.
+    if (QByteArrayView(data).trimmed().isEmpty()) {
         fail(QStringLiteral("the file is empty"));
         return std::nullopt;
     }
