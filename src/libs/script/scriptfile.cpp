@@ -284,13 +284,13 @@ std::optional<QByteArray> readScript(const QString &path, QString &problem)
 std::optional<ModuleList> ScriptFile::Load(const QString &path)
 {
     QString problem;
-    const std::optional<QByteArray> data = readScript(path, problem);
+    std::optional<QByteArray> data = readScript(path, problem);
     if (!data) {
         reportLoadFailure(path, problem);
         return std::nullopt;
     }
     ScriptFileReader reader;
-    std::optional<ModuleList> list = reader.read(*data);
+    std::optional<ModuleList> list = reader.read(std::move(*data));
     if (!list)
         reportLoadFailure(path, reader.error());
     return list;

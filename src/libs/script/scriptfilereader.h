@@ -21,7 +21,8 @@ public:
     static constexpr int FormatVersion = 1;
     static QString formatName() { return QStringLiteral("brindlewave-ivr-script"); }
 
-    std::optional<ModuleList> read(const QByteArray &data);
+    // Takes the bytes, to let them go once they are parsed.
+    std::optional<ModuleList> read(QByteArray data);
     QString error() const { return m_error; }
 
 private:
