@@ -94,7 +94,7 @@ QByteArray memberLines(const QJsonObject &object)
 
 // Appends the lines of text, each line after the first indented by the given
 // blanks. The output is sized once and the lines copied in whole: appending
-// line by line took a tenth of a large save. The breaks are found once, as
+// line by line took nearly a tenth of a large save. The breaks are found once, as
 // the copying finds them: counting them first with QByteArrayView::count
 // took more than the rest of the indenting.
 void appendIndented(QByteArray &out, QByteArrayView text, QByteArrayView indent)

@@ -51,8 +51,8 @@ otherKeys(QJsonObject object, qsizetype present, std::initializer_list<QStringVi
 
 } // namespace
 
-// Built only for a message: on a good file it would cost more than reading
-// the module itself.
+// Built only for a message: built for every module of a good file, it took a
+// seventh of the reading.
 QString ScriptFileReader::where() const
 {
     return QStringLiteral("module %1 (\"%2\")")
