@@ -141,30 +141,37 @@ void Definition::setRunMode(qint32 v)
     m_values.insert(u"RunMode", qint64(v));
 }
 
+Definition::Tables &Definition::tables()
+{
+    if (!m_tables)
+        m_tables = std::make_unique<Tables>();
+    return *m_tables;
+}
+
 QString Definition::FileName(int i) const
 {
-    if (i < 0 || i >= FileNameSlots)
+    if (i < 0 || i >= FileNameSlots || !m_tables)
         return {};
-    return m_fileNames[size_t(i)];
+    return m_tables->fileNames[size_t(i)];
 }
 
 void Definition::setFileName(int i, const QString &path)
 {
     IVR_CHECK(i >= 0 && i < FileNameSlots, return );
-    m_fileNames[size_t(i)] = path;
+    tables().fileNames[size_t(i)] = path;
 }
 
 QString Definition::MonthFile(int i) const
 {
-    if (i < 0 || i >= MonthFileSlots)
+    if (i < 0 || i >= MonthFileSlots || !m_tables)
         return {};
-    return m_monthFiles[size_t(i)];
+    return m_tables->monthFiles[size_t(i)];
 }
 
 void Definition::setMonthFile(int i, const QString &path)
 {
     IVR_CHECK(i >= 0 && i < MonthFileSlots, return );
-    m_monthFiles[size_t(i)] = path;
+    tables().monthFiles[size_t(i)] = path;
 }
 
 qint16 Definition::ScriptCount() const

@@ -9,6 +9,7 @@
 #include <QVariant>
 
 #include <array>
+#include <memory>
 
 // One keyed value as a member pair: Key() and setKey(), both reaching the
 // same stored value as Properties("Key").
@@ -140,6 +141,13 @@ private:
         QString name;
         bool removed = false;
     };
+    // The CommonModule's tables: one module of a script has them, so every
+    // other module carries a null pointer instead of 44 empty texts.
+    struct Tables
+    {
+        std::array<QString, FileNameSlots> fileNames;
+        std::array<QString, MonthFileSlots> monthFiles;
+    };
 
     QString text(QStringView key) const;
     void setText(QStringView key, const QString &v);
@@ -150,10 +158,10 @@ private:
     float floatValue(QStringView key) const;
     void setFloat(QStringView key, float v);
     void packScripts() const;
+    Tables &tables();
 
     QJsonObject m_values;
-    std::array<QString, FileNameSlots> m_fileNames;
-    std::array<QString, MonthFileSlots> m_monthFiles;
+    std::unique_ptr<Tables> m_tables; // made at the first table write
     QString m_beepFileName;
     mutable QList<ScriptEntry> m_scripts;
 };

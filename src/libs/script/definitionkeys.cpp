@@ -1,18 +1,37 @@
 #include "definitionkeys.h"
 
-#include <QHash>
+#include <utility>
+#include <vector>
 
 namespace ivr {
 
 namespace {
 
-const QHash<QString, DefinitionKeys::Kind> &kinds()
+using KnownKeys = std::vector<std::pair<QString, DefinitionKeys::Kind>>;
+
+constexpr size_t KindBuckets = 128;
+
+// Length, first and last letter spread the known keys over the buckets with
+// at most three in one.
+size_t bucketOf(QStringView key)
+{
+    return (size_t(key.size()) * 5 + key.back().unicode() + key.front().unicode() * 3u)
+           % KindBuckets;
+}
+
+// Loading asks for the kind of every key of every module: comparing a key
+// with the one to three known keys of its bucket takes less than half the
+// time of looking it up in a QHash.
+const std::vector<KnownKeys> &kinds()
 {
     using K = DefinitionKeys::Kind;
-    static const QHash<QString, K> table = [] {
-        QHash<QString, K> t;
+    static const std::vector<KnownKeys> table = [] {
+        std::vector<KnownKeys> t(KindBuckets);
+        auto add = [&t](const QString &key, K kind) {
+            t[bucketOf(key)].emplace_back(key, kind);
+        };
         for (const QString &exit : DefinitionKeys::exitKeys())
-            t.insert(exit, K::Text);
+            add(exit, K::Text);
         for (const char *key : {"TextToPlay",
                                 "FileName",
                                 "PreDefBuffer",
@@ -28,15 +47,15 @@ const QHash<QString, DefinitionKeys::Kind> &kinds()
                                 "Condition",
                                 "ScriptName",
                                 "Description"})
-            t.insert(QString::fromLatin1(key), K::Text);
+            add(QString::fromLatin1(key), K::Text);
         for (const char *key : {"isTextMsg", "PlayBeep", "StopOnDigit", "Compact"})
-            t.insert(QString::fromLatin1(key), K::Flag);
+            add(QString::fromLatin1(key), K::Flag);
         for (const char *key :
              {"ReplayCount", "PauseBetn", "TimeOut", "MinLength", "MaxLength", "RecordLen"})
-            t.insert(QString::fromLatin1(key), K::Number);
-        t.insert(QStringLiteral("RunMode"), K::Int32);
-        t.insert(QStringLiteral("Left"), K::Float);
-        t.insert(QStringLiteral("Top"), K::Float);
+            add(QString::fromLatin1(key), K::Number);
+        add(QStringLiteral("RunMode"), K::Int32);
+        add(QStringLiteral("Left"), K::Float);
+        add(QStringLiteral("Top"), K::Float);
         return t;
     }();
     return table;
@@ -44,12 +63,15 @@ const QHash<QString, DefinitionKeys::Kind> &kinds()
 
 } // namespace
 
-std::optional<DefinitionKeys::Kind> DefinitionKeys::kindOf(const QString &key)
+std::optional<DefinitionKeys::Kind> DefinitionKeys::kindOf(QStringView key)
 {
-    const auto it = kinds().constFind(key);
-    if (it == kinds().constEnd())
+    if (key.isEmpty())
         return std::nullopt;
-    return *it;
+    for (const auto &[known, kind] : kinds()[bucketOf(key)]) {
+        if (known == key)
+            return kind;
+    }
+    return std::nullopt;
 }
 
 const QStringList &DefinitionKeys::exitKeys()

@@ -21,7 +21,7 @@ public:
         Float,  // float, finite (positions in twips)
     };
 
-    static std::optional<Kind> kindOf(const QString &key);
+    static std::optional<Kind> kindOf(QStringView key);
 
     // The exit keys of every module type: NextModule, OnDigit0..OnDigit9,
     // OnStar, OnHash, OnTimeOut, OnSuccess, OnFail, OnNoRecord, OnFinish.

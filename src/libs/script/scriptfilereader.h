@@ -21,21 +21,26 @@ public:
     static constexpr int FormatVersion = 1;
     static QString formatName() { return QStringLiteral("brindlewave-ivr-script"); }
 
-    std::optional<ModuleList> read(const QByteArray &data);
+    // Takes the bytes, to let them go once they are parsed.
+    std::optional<ModuleList> read(QByteArray data);
     QString error() const { return m_error; }
 
 private:
     ModuleDataPtr readModule(int number, const QJsonValue &entry);
-    bool checkKnownKey(const QString &where, const QString &key, const QJsonValue &value);
-    bool readCommonMembers(const QString &where, QJsonObject &stored, Definition &d);
-    bool readSlots(const QString &where,
-                   const QString &key,
+    // The value is read in place in the parsed document, not copied out.
+    bool checkKnownKey(const QString &key, QJsonValueConstRef value);
+    bool readCommonMembers(QJsonObject &stored, Definition &d);
+    bool readSlots(const QString &key,
                    const QJsonValue &value,
                    int slotCount,
                    const std::function<void(int, const QString &)> &store);
+    // The module being read in the words of a message: module 3 ("Welcome").
+    QString where() const;
     bool fail(const QString &error);
 
     QString m_error;
+    int m_moduleNumber = 0;
+    QString m_moduleName; // in brackets, as handed out
 };
 
 } // namespace ivr

@@ -89,6 +89,8 @@ private slots:
     void positionKeepsItsText();
     void unknownKeyKeptAtEveryLevel_data();
     void unknownKeyKeptAtEveryLevel();
+    void savedFileIsQtsIndentedJson_data();
+    void savedFileIsQtsIndentedJson();
     void commonWithoutBeepTakesDefaultBeep();
     void loadRefusesWhatIsNoScriptFile_data();
     void loadRefusesWhatIsNoScriptFile();
@@ -287,6 +289,58 @@ void tst_ScriptFile::unknownKeyKeptAtEveryLevel()
                              "    \"modules\": ["),
             saved.constData());
     QCOMPARE(resaved(m_dir.filePath("saved.ivr"), m_dir.filePath("again.ivr"), true), saved);
+}
+
+void tst_ScriptFile::savedFileIsQtsIndentedJson_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QJsonObject>("entryKeys");
+    QTest::newRow("plain-name-written-as-is") << QString("Welcome 2") << QJsonObject();
+    QTest::newRow("quote-escaped") << QString(R"(say "hi")") << QJsonObject();
+    QTest::newRow("backslash-escaped") << QString(R"(C:\ivr)") << QJsonObject();
+    QTest::newRow("control-characters-escaped") << QString("tab\tline\n\x01") << QJsonObject();
+    QTest::newRow("delete-character-not-escaped") << QString("rub\x7f") << QJsonObject();
+    QTest::newRow("non-ascii-as-utf8") << QString::fromUtf8("Caf\u00e9 \u4e2d") << QJsonObject();
+    QTest::newRow("lone-surrogate-escaped") << QString("half") + QChar(0xd800) << QJsonObject();
+    QTest::newRow("entry-key-sorted-before-definition")
+            << QString("Play") << QJsonObject{{"colour", "#ff0000"}};
+    QTest::newRow("entry-key-sorted-after-type")
+            << QString("Play") << QJsonObject{{"zorder", QJsonArray{1, 2.5}}};
+}
+
+// Modules are written one by one, and most of an entry by hand: the file must
+// still be the indented JSON that Qt writes for the whole document.
+void tst_ScriptFile::savedFileIsQtsIndentedJson()
+{
+    QFETCH(QString, name);
+    QFETCH(QJsonObject, entryKeys);
+    ModuleList list;
+    ModuleDataPtr play = ModuleData::createNew(3, name);
+    play->definition().setLeft(33.3f);
+    play->setUnknownKeys(entryKeys);
+    list.Add(play);
+    list.Add(ModuleData::createNew(13, "Check"));
+    auto common = std::make_shared<ModuleData>();
+    common->setModuleType(ModuleData::CommonModuleType);
+    common->setName("Common");
+    common->definition().AddScript("/s/a.ivr");
+    list.Add(common);
+    const QString path = m_dir.filePath("qt.ivr");
+    bool ok = false;
+    ScriptFile().Save(path, list, ok);
+    QVERIFY(ok);
+
+    // The file puts "format" and "version" first where Qt would order the
+    // top level's keys; without "version" the orders agree.
+    QByteArray saved = readAll(path);
+    QVERIFY(saved.contains("\n    \"version\": 1,\n"));
+    saved.replace("\n    \"version\": 1,\n", "\n");
+    QCOMPARE(saved, QJsonDocument::fromJson(saved).toJson(QJsonDocument::Indented));
+    const std::optional<ModuleList> loaded = ScriptFile().Load(path);
+    QVERIFY(loaded && loaded->count() == 3);
+    QCOMPARE((*loaded->begin())->Name(), "[" + name + "]");
+    QCOMPARE((*loaded->begin())->unknownKeys(), entryKeys);
+    QVERIFY(m_messages.isEmpty());
 }
 
 void tst_ScriptFile::commonWithoutBeepTakesDefaultBeep()
