@@ -9,8 +9,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QRandomGenerator>
 
 using namespace swt;
 
@@ -35,7 +33,6 @@ private slots:
     void saveWhereLibraryCannotWrite();
     void run_data();
     void run();
-    void killedSaveLeavesLoadableFile();
 
 private:
     QString fixture() const { return QStringLiteral(IVR_TEST_DATA "/every_type.ivr"); }
@@ -409,29 +406,6 @@ void tst_frmScriptViewerFile::run()
     checkRunner(started);
     if (started)
         QCOMPARE(m_folder->runnerLog(), (QStringList{m_folder->path(), "False"}));
-}
-
-void tst_frmScriptViewerFile::killedSaveLeavesLoadableFile()
-{
-    const QString file = m_folder->file(QStringLiteral("killed.ivr"));
-    for (int round = 0; round < 100; ++round) {
-        QProcess saver;
-        saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {file});
-        QVERIFY(saver.waitForReadyRead(30000)); // the first save stands
-        QTest::qSleep(int(QRandomGenerator::global()->bounded(40)));
-        saver.kill();
-        QVERIFY(saver.waitForFinished());
-        const auto list = ivr::ScriptFile().Load(file);
-        QVERIFY2(list && list->count() == 403, qPrintable(QStringLiteral("round %1").arg(round)));
-        // Every module of one save carries the same description.
-        QSet<QString> descriptions;
-        for (const auto &m : *list) {
-            if (m->ModuleType() != 98)
-                descriptions.insert(m->definition().Description());
-        }
-        QCOMPARE(descriptions.size(), 1);
-    }
-    QCOMPARE(m_messages->count(), 0);
 }
 
 QTEST_MAIN(tst_frmScriptViewerFile)
