@@ -57,9 +57,6 @@ class tst_clsDrawLine : public QObject
 private slots:
     void init();
     void cleanup() { MsgBox::clearHook(); }
-    void deleteMarksOrDropsRowAndColumn_data();
-    void deleteMarksOrDropsRowAndColumn();
-    void repeatedAddWipes();
     void addAboveBoundRefused();
     void renameReachesTheTypesExits_data();
     void renameReachesTheTypesExits();
@@ -79,57 +76,6 @@ void tst_clsDrawLine::init()
     });
 }
 
-void tst_clsDrawLine::deleteMarksOrDropsRowAndColumn_data()
-{
-    QTest::addColumn<QList<int>>("deletes");
-    QTest::addColumn<int>("upperBound");
-    QTest::newRow("middle-delete-writes-minus-one") << QList<int>{2} << 4;
-    QTest::newRow("top-delete-falls-past-hole") << QList<int>{3, 4} << 2;
-}
-
-void tst_clsDrawLine::deleteMarksOrDropsRowAndColumn()
-{
-    QFETCH(QList<int>, deletes);
-    QFETCH(int, upperBound);
-    TestForm form;
-    clsDrawLine drawLine;
-    for (qint16 i = 0; i <= 4; ++i)
-        form.add(drawLine, i, 3);
-    drawLine.setLineMatrix(4, 0, 7);
-    drawLine.setLineMatrix(2, 3, 4);
-    drawLine.setLineMatrix(0, 2, 5);
-    for (int i : deletes) {
-        form.cmVorelModule().unload(qint16(i));
-        drawLine.Delete(qint16(i), form);
-    }
-
-    QCOMPARE(drawLine.UpperBound(), upperBound);
-    for (qint16 i = 0; i <= upperBound; ++i) {
-        QCOMPARE(drawLine.ModuleExist(i), !deletes.contains(i));
-        for (qint16 j = 0; j <= upperBound; ++j)
-            QCOMPARE(drawLine.LineMatrix(i, j) == -1, deletes.contains(i) || deletes.contains(j));
-    }
-    // A redraw passes over a deleted module's -1 cells.
-    drawLine.RedefineModule(1, form, 3);
-}
-
-void tst_clsDrawLine::repeatedAddWipes()
-{
-    TestForm form;
-    clsDrawLine drawLine;
-    for (qint16 i = 0; i <= 2; ++i)
-        form.add(drawLine, i, 3);
-    drawLine.setLineMatrix(0, 1, 5);
-    drawLine.setLineMatrix(2, 0, 6);
-    drawLine.setLineMatrix(2, 1, 7);
-
-    drawLine.Add(0, form);
-    QCOMPARE(drawLine.LineMatrix(0, 1), 0);
-    QCOMPARE(drawLine.LineMatrix(2, 0), 0);
-    QCOMPARE(drawLine.LineMatrix(2, 1), 7);
-    QVERIFY(g_messages.isEmpty());
-}
-
 void tst_clsDrawLine::addAboveBoundRefused()
 {
     TestForm form;
@@ -137,7 +83,6 @@ void tst_clsDrawLine::addAboveBoundRefused()
     form.add(drawLine, 0, 1);
     form.add(drawLine, 1, 0);
     drawLine.Add(3, form);
-
     QCOMPARE(g_messages.size(), 1);
     QCOMPARE(g_messages.first().text, "Invalid index value");
     QCOMPARE(g_messages.first().icon, QMessageBox::Critical);
@@ -148,24 +93,20 @@ void tst_clsDrawLine::renameReachesTheTypesExits_data()
 {
     QTest::addColumn<int>("sourceType");
     QTest::addColumn<QStringList>("renamed");
-    const QStringList next{"NextModule"};
-    const QStringList digits = allExits().mid(1, 13); // OnDigit0 to OnTimeOut
-    const QStringList successFail{"OnSuccess", "OnFail"};
-    QTest::newRow("end-call-has-none") << 0 << QStringList();
-    QTest::newRow("connected-next-only") << 1 << next;
-    QTest::newRow("type-2-walked-as-play") << 2 << next;
-    QTest::newRow("play-next-only") << 3 << next;
-    QTest::newRow("rename-carried-to-every-digit-exit") << 4 << digits;
-    QTest::newRow("number-success-and-time-out") << 5 << QStringList{"OnSuccess", "OnTimeOut"};
-    QTest::newRow("transfer-has-none") << 6 << QStringList();
-    QTest::newRow("record-finish-only") << 7 << QStringList{"OnFinish"};
-    QTest::newRow("query-on-no-record-renamed")
-            << 8 << QStringList{"OnSuccess", "OnFail", "OnNoRecord"};
-    QTest::newRow("mail-success-and-fail") << 9 << successFail;
-    QTest::newRow("type-10-has-none") << 10 << QStringList();
-    QTest::newRow("program-both-exits-renamed") << 11 << successFail;
-    QTest::newRow("script-call-has-none") << 12 << QStringList();
-    QTest::newRow("condition-success-and-fail") << 13 << successFail;
+    const QString names = "end-call-has-none connected-next-only type-2-walked-as-play "
+                          "play-next-only rename-carried-to-every-digit-exit "
+                          "number-success-and-time-out transfer-has-none record-finish-only "
+                          "query-on-no-record-renamed mail-success-and-fail type-10-has-none "
+                          "program-both-exits-renamed script-call-has-none "
+                          "condition-success-and-fail";
+    for (int type = 0; type <= 13; ++type) {
+        // The query's no-record exit and the program's exits follow a rename
+        // though they get no arrow.
+        QStringList keys = type == 11 ? arrowedExits(13) : arrowedExits(type);
+        if (type == 8)
+            keys << "OnNoRecord";
+        QTest::newRow(qPrintable(names.split(' ')[type])) << type << keys;
+    }
 }
 
 // Every exit key of every type names the renamed module; only the keys of the
@@ -222,6 +163,10 @@ void tst_clsDrawLine::redrawModes()
     VorelModule *moved = form.add(drawLine, 2, 3, 6000, 3000);
     VorelModule *after = form.add(drawLine, 3, 3, 12000, 600);
     VorelModule *before = form.add(drawLine, 4, 3, 300, 6000);
+    form.add(drawLine, 5, 3);
+    form.add(drawLine, 6, 3);
+    form.cmVorelModule().unload(5); // the walk passes over its -1 cells
+    drawLine.Delete(5, form);
     for (qint16 k = 0; k <= 2; ++k)
         form.VorelDirection1().load(k);
     drawLine.setLineMatrix(2, 3, 1);
@@ -237,10 +182,8 @@ void tst_clsDrawLine::redrawModes()
 
     drawLine.RedefineModule(2, form, mode);
 
-    QCOMPARE(out->isVisible(), leaving);
-    QCOMPARE(in->isVisible(), entering);
-    QCOMPARE(qMakePair(out->startPoint(), out->endPoint()) == outEnds, leaving);
-    QCOMPARE(qMakePair(in->startPoint(), in->endPoint()) == inEnds, entering);
+    QCOMPARE(out->isVisible() && qMakePair(out->startPoint(), out->endPoint()) == outEnds, leaving);
+    QCOMPARE(in->isVisible() && qMakePair(in->startPoint(), in->endPoint()) == inEnds, entering);
 }
 
 void tst_clsDrawLine::walksAtHighestIndex()
@@ -271,8 +214,8 @@ void tst_clsDrawLine::walksAtHighestIndex()
     QCOMPARE(drawLine.LineMatrix(0, 1), qint16(0));
 }
 
-// The matrix against a plain square one: after any mix of loads, unloads
-// and writes, every cell reads what the square matrix holds.
+// The matrix against a plain square one: after any mix of adds, deletes and
+// writes, every cell reads what the square matrix holds.
 void tst_clsDrawLine::cellsReadLastWrite()
 {
     TestForm form;
@@ -292,8 +235,11 @@ void tst_clsDrawLine::cellsReadLastWrite()
     for (int step = 0; step < 600; ++step) {
         const int index = random.bounded(12);
         const int action = random.bounded(4);
-        if (action == 0 && !form.cmVorelModule().exists(qint16(index))) {
-            form.add(drawLine, qint16(index), 3);
+        if (action == 0) { // adding again wipes as the first add does
+            if (form.cmVorelModule().exists(qint16(index)))
+                drawLine.Add(qint16(index), form);
+            else
+                form.add(drawLine, qint16(index), 3);
             resize();
             wipe(index, 0);
         } else if (action == 1 && form.cmVorelModule().exists(qint16(index))) {

@@ -1,295 +1,110 @@
-#include "frmscriptviewer.h"
+#include "scriptwindowtesting.h"
 
-#include "commondialog.h"
 #include "exitkeys.h"
 #include "ivrerror.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 #include "scriptfile.h"
 #include "voreldirection.h"
-#include "vorelmodule.h"
 
 #include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QRandomGenerator>
-#include <QTest>
 
-#include <memory>
-
-namespace {
-
-QByteArray module(const QByteArray &name, int type, const QByteArray &definition = "{}")
-{
-    return R"({"name": ")" + name + R"(", "type": )" + QByteArray::number(type)
-           + R"(, "definition": )" + definition + "}";
-}
-
-QByteArray script(const QList<QByteArray> &modules)
-{
-    return R"({"format": "brindlewave-ivr-script", "version": 1, "modules": [)"
-           + modules.join(",\n") + "]}";
-}
-
-bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate)
-           && file.write(bytes) == bytes.size();
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<unreadable>");
-}
-
-} // namespace
+using namespace swt;
 
 // The script window's open, save and run, on real files.
-class tst_frmScriptViewerFile : public QObject
+class tst_frmScriptViewerFile : public QObject, Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp()); }
+    void cleanup() { tearDown(); }
     void roundTripKeepsEverything();
-    void reopenPacksIndices();
-    void unknownTopLevelKeysKept();
-    void reopenRebuildsOnlyItsExits_data();
-    void reopenRebuildsOnlyItsExits();
+    void reopenPacksIndicesAndKeepsUnknownKeys();
     void damagedFileLeavesWindowSafe_data();
     void damagedFileLeavesWindowSafe();
-    void damageSweepNeverCrashes();
     void openRefused_data();
     void openRefused();
     void saveKeepsFileItDidNotMake_data();
     void saveKeepsFileItDidNotMake();
     void saveNameAndCaption_data();
     void saveNameAndCaption();
-    void saveWhereLibraryCannotWrite_data();
     void saveWhereLibraryCannotWrite();
     void run_data();
     void run();
-    void killedSaveLeavesLoadableFile();
 
 private:
     QString fixture() const { return QStringLiteral(IVR_TEST_DATA "/every_type.ivr"); }
-    QHash<QString, qint16> indices(frmScriptViewer &w); // name -> index
-    // Opens as the program does: what escapes is shown by the top-level
-    // handler and the window lives on. True when something escaped.
-    static bool openAsProgram(frmScriptViewer &w, const QString &path);
     void checkRunner(bool started);
     void answerSave(const std::optional<QString> &name);
-
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
     QString m_proposed;
 };
 
-void tst_frmScriptViewerFile::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-    m_proposed.clear();
-}
-
-void tst_frmScriptViewerFile::cleanup()
-{
-    ivr::CommonDialog::clearTestAnswer();
-    m_messages.reset();
-    m_folder.reset();
-}
-
-QHash<QString, qint16> tst_frmScriptViewerFile::indices(frmScriptViewer &w)
-{
-    QHash<QString, qint16> result;
-    for (auto it = w.cmVorelModule().begin(); it != w.cmVorelModule().end(); ++it)
-        result.insert((*it)->moduleData()->Name(), it.index());
-    return result;
-}
-
+// Answers the Save dialog with name, once it is the script's Save dialog.
 void tst_frmScriptViewerFile::answerSave(const std::optional<QString> &name)
 {
-    ivr::CommonDialog::setTestAnswer([this, name](const ivr::CommonDialog &dialog,
-                                                  ivr::CommonDialog::Mode mode) {
-        m_proposed = dialog.FileName;
-        if (mode != ivr::CommonDialog::Mode::Save || dialog.DialogTitle != "Save"
-            || dialog.Flags != 18 || dialog.Filter != "Brindlewave IVR Script (*.ivr) |*.ivr")
-            m_proposed = QStringLiteral("<wrong dialog>");
+    m_proposed.clear();
+    ivr::CommonDialog::setTestAnswer([this, name](const ivr::CommonDialog &d, auto mode) {
+        const bool right = mode == ivr::CommonDialog::Mode::Save && d.DialogTitle == "Save"
+                           && d.Flags == 18 && d.Filter == "Brindlewave IVR Script (*.ivr) |*.ivr";
+        m_proposed = right ? d.FileName : QStringLiteral("<wrong dialog>");
         return name;
     });
 }
 
+void tst_frmScriptViewerFile::checkRunner(bool started)
+{
+    if (started) {
+        QTRY_VERIFY(m_folder->runnerLog().size() == 2);
+    } else {
+        QTest::qWait(300); // a detached start would have written by now
+        QVERIFY(!QFile::exists(m_folder->file(QStringLiteral("VorelRun.log"))));
+    }
+}
+
+// Every module, the common one included, is written back as it was read.
 void tst_frmScriptViewerFile::roundTripKeepsEverything()
 {
     const QString saved = m_folder->file(QStringLiteral("round trip.ivr"));
-    {
-        frmScriptViewer w;
-        w.OpenScript(fixture());
-        w.setFileName(saved);
-        QVERIFY(w.SaveScript(false));
-        QVERIFY(w.close());
-    }
-    frmScriptViewer first;
-    first.OpenScript(fixture());
-    frmScriptViewer second;
-    second.OpenScript(saved);
+    frmScriptViewer w;
+    w.OpenScript(fixture());
+    w.setFileName(saved);
+    QVERIFY(w.SaveScript(false));
     QCOMPARE(m_messages->count(), 0);
-    QCOMPARE(second.windowTitle(), saved);
-
-    const auto a = indices(first);
-    const auto b = indices(second);
-    QCOMPARE(b.size(), 14);
-    QCOMPARE(QSet<QString>(b.keyBegin(), b.keyEnd()), QSet<QString>(a.keyBegin(), a.keyEnd()));
-    for (auto it = a.begin(); it != a.end(); ++it) {
-        VorelModule *x = first.cmVorelModule().at(it.value());
-        VorelModule *y = second.cmVorelModule().at(b.value(it.key()));
-        QCOMPARE(y->ModuleType(), x->ModuleType());
-        QCOMPARE(y->Left(), x->Left());
-        QCOMPARE(y->Top(), x->Top());
-        QCOMPARE(y->Description(), x->Description());
-        QCOMPARE(y->moduleData()->definition().storedValues(),
-                 x->moduleData()->definition().storedValues());
-        for (auto to = a.begin(); to != a.end(); ++to) {
-            const qint16 cell = second.DrawLine().LineMatrix(b.value(it.key()), b.value(to.key()));
-            QCOMPARE(cell > 0, first.DrawLine().LineMatrix(it.value(), to.value()) > 0);
-            QVERIFY(cell <= 0 || second.VorelDirection1().at(cell)->isVisible());
-        }
-    }
-    QCOMPARE(first.cmVorelModule().at(a.value("Connected"))->Left(), 1215.5f);
-    const ivr::Definition &c1 = first.CommonModule()->definition();
-    const ivr::Definition &c2 = second.CommonModule()->definition();
-    QCOMPARE(c2.BeepFileName(), QStringLiteral("/opt/ivr/Greeting/beep.wav"));
-    for (int i = 0; i < ivr::Definition::FileNameSlots; ++i)
-        QCOMPARE(c2.FileName(i), c1.FileName(i));
-    for (int i = 0; i < ivr::Definition::MonthFileSlots; ++i)
-        QCOMPARE(c2.MonthFile(i), c1.MonthFile(i));
-    QCOMPARE(c2.scriptNames(), c1.scriptNames());
-    QCOMPARE(c2.scriptNames().size(), 2);
+    const auto byName = [](const QString &path) {
+        QMap<QString, QJsonValue> result;
+        for (const QJsonValue m : QJsonDocument::fromJson(readFile(path))["modules"].toArray())
+            result.insert(m["name"].toString(), m);
+        return result;
+    };
+    const auto before = byName(fixture());
+    QCOMPARE(before.size(), 15);
+    QCOMPARE(byName(saved), before);
 }
 
-void tst_frmScriptViewerFile::unknownTopLevelKeysKept()
+// Holes left by deletes close up at the next open; keys of a newer program
+// beside the modules survive the window's save.
+void tst_frmScriptViewerFile::reopenPacksIndicesAndKeepsUnknownKeys()
 {
-    const QString file = m_folder->file(QStringLiteral("newer.ivr"));
+    const QString file = m_folder->file(QStringLiteral("holes.ivr"));
     QVERIFY(writeFile(file, R"({"format": "brindlewave-ivr-script", "version": 1,
                                 "producer": {"by": "x"}, "modules": []})"));
     {
         frmScriptViewer w;
         w.OpenScript(file);
-        w.AddModule(3, 100, 100);
-        QVERIFY(w.SaveScript(false));
-    }
-    const QJsonObject saved = QJsonDocument::fromJson(readFile(file)).object();
-    QCOMPARE(saved.value("producer").toObject().value("by").toString(), QStringLiteral("x"));
-    QCOMPARE(saved.value("modules").toArray().size(), 4);
-}
-
-void tst_frmScriptViewerFile::reopenPacksIndices()
-{
-    const QString file = m_folder->file(QStringLiteral("holes.ivr"));
-    {
-        frmScriptViewer w;
         for (int i = 0; i < 4; ++i)
             w.AddModule(3, 3000 + 2000 * i, 3000);
         m_messages->answer(QMessageBox::Yes);
         w.RemoveModule(3);
-        w.setFileName(file);
         QVERIFY(w.SaveScript(false));
     }
+    const QJsonObject saved = QJsonDocument::fromJson(readFile(file)).object();
+    QCOMPARE(saved.value("producer").toObject().value("by").toString(), QStringLiteral("x"));
     frmScriptViewer w;
     w.OpenScript(file);
     QCOMPARE(w.cmVorelModule().indices(), (QList<qint16>{0, 1, 2, 3, 4}));
-    const auto at = indices(w);
-    QCOMPARE(at.value("4"), qint16(3));
-    QCOMPARE(at.value("5"), qint16(4));
-}
-
-bool tst_frmScriptViewerFile::openAsProgram(frmScriptViewer &w, const QString &path)
-{
-    try {
-        w.OpenScript(path);
-    } catch (const ivr::IvrError &) {
-        return true;
-    }
-    return false;
-}
-
-void tst_frmScriptViewerFile::checkRunner(bool started)
-{
-    const QString log = m_folder->file(QStringLiteral("VorelRun.log"));
-    if (started) {
-        QTRY_VERIFY(QFile::exists(log) && m_folder->runnerLog().size() == 2);
-    } else {
-        QTest::qWait(300); // a detached start would have written by now
-        QVERIFY(!QFile::exists(log));
-    }
-}
-
-void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QStringList>("arrows");
-    const char *names[] = {"end-call-none",
-                           "connected-next",
-                           "type-2-next-as-play",
-                           "play-next",
-                           "digits-all-thirteen",
-                           "number-success-and-time-out",
-                           "transfer-none",
-                           "record-finish",
-                           "query-on-no-record-gets-no-arrow",
-                           "mail-success-and-fail",
-                           "type-10-none",
-                           "program-exits-get-no-arrow",
-                           "script-call-none",
-                           "condition-success-and-fail"};
-    for (int type = 0; type <= 13; ++type)
-        QTest::newRow(names[type]) << type << arrowedExits(type);
-}
-
-// A module of the type with every exit key naming a module of its own.
-void tst_frmScriptViewerFile::reopenRebuildsOnlyItsExits()
-{
-    QFETCH(int, type);
-    QFETCH(QStringList, arrows);
-    const QByteArray source = type == 1 ? "Connected" : type == 0 ? "End Call" : "Source";
-    QByteArray exits;
-    QList<QByteArray> modules;
-    for (const QString &key : allExits()) {
-        exits += (exits.isEmpty() ? "" : ", ") + ("\"" + key + "\": \"[To " + key + "]\"").toUtf8();
-        modules << module(("To " + key).toUtf8(), 3);
-    }
-    modules << module(source, type, "{" + exits + "}");
-    if (type != 1)
-        modules << module("Connected", 1);
-    if (type != 0)
-        modules << module("End Call", 0);
-    const QString file = m_folder->file(QStringLiteral("exits.ivr"));
-    QVERIFY(writeFile(file, script(modules)));
-
-    frmScriptViewer w;
-    w.OpenScript(file);
-    QCOMPARE(m_messages->count(), 0);
-    const auto at = indices(w);
-    for (const QString &key : allExits()) {
-        const qint16 cell = w.DrawLine().LineMatrix(at.value(source), at.value("To " + key));
-        QVERIFY2((cell > 0) == arrows.contains(key), qPrintable(key));
-        QVERIFY(cell <= 0 || w.VorelDirection1().at(cell)->isVisible());
-        // The exit keeps its text whether it got an arrow or not.
-        QCOMPARE(w.cmVorelModule()
-                         .at(at.value(source))
-                         ->moduleData()
-                         ->definition()
-                         .Properties(key)
-                         .Value(),
-                 "[To " + key + "]");
-    }
+    QCOMPARE(indices(w).value("5"), qint16(4));
 }
 
 void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe_data()
@@ -299,33 +114,21 @@ void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe_data()
     QTest::addColumn<bool>("escapes");    // the open's failure reaches the top
     QTest::addColumn<bool>("placeAfter"); // a module is placed after the open
     QTest::addColumn<bool>("saves");
-
-    const QByteArray connected = module("Connected", 1, R"({"NextModule": "[Play]"})");
+    const QByteArray con = module("Connected", 1, R"({"NextModule": "[Play]"})");
     const QByteArray end = module("End Call", 0);
     const QByteArray play = module("Play", 3, R"({"NextModule": "[End Call]"})");
     const QByteArray menu = module("Menu", 4, R"({"OnDigit1": "[Play]", "OnStar": "[Menu]"})");
-    const QByteArray common = module("Common", 98);
-    const QByteArray good = script({connected, end, play, menu, common});
-    auto row = [](const char *name, const QByteArray &content, auto... v) {
-        QTestData &data = QTest::newRow(name) << content;
-        (data << ... << v);
-    };
-    const QByteArray newer = QByteArray(good).replace("\"version\": 1", "\"version\": 9");
-    const QByteArray oddType = script({connected, end, module("Odd", 77)});
-    const QByteArray numberName = script({connected, end, module("N", 3).replace("\"N\"", "5")});
-    const QByteArray absent = script({connected, end, module("Gone", 3)});
-    const QByteArray dupLast = script({connected, end, play, menu, module("Play", 5)});
-    const QByteArray dupMid = script({play, module("Play", 7), connected, menu, end});
-    const QByteArray dupEnd = script({end, connected, play, module("End Call", 3)});
+    const QByteArray absent = script({con, end, module("Gone", 3)});
+    const QByteArray dupLast = script({con, end, play, menu, module("Play", 5)});
+    const QByteArray dupMid = script({play, module("Play", 7), con, menu, end});
+    const QByteArray dupEnd = script({end, con, play, module("End Call", 3)});
     const QByteArray dupConnected = script({play, menu, module("Menu", 1)});
-    const QByteArray dupPlaced = script({connected, end, play, module("Play", 5)});
+    const QByteArray dupPlaced = script({con, end, play, module("Play", 5)});
+    auto row = [](const char *name, const QByteArray &content, auto... v) {
+        (QTest::newRow(name) << content << ... << v);
+    };
     // refused, escapes, placeAfter, saves
-    row("not-json", QByteArray("{ nope"), true, false, false, true);
-    row("empty-file", QByteArray(), true, false, false, true);
-    row("truncated", good.left(good.size() / 2), true, false, false, true);
-    row("newer-version", newer, true, false, false, true);
-    row("unknown-module-type", oddType, true, false, false, true);
-    row("name-not-text", numberName, true, false, false, true);
+    row("not-a-script", QByteArray("{ nope"), true, false, false, true);
     row("exit-to-absent-module-opens", absent, false, false, false, true);
     row("duplicate-last-hole-at-top", dupLast, false, true, false, false);
     row("duplicate-mid-list-hole-at-top", dupMid, false, true, false, false);
@@ -349,8 +152,14 @@ void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe()
     answerSave(chosen);
     frmScriptViewer w;
     w.setWindowTitle(QStringLiteral("IVR Script 1"));
-
-    QCOMPARE(openAsProgram(w, path), escapes);
+    // As the program opens: what escapes is shown by the top-level handler.
+    bool escaped = false;
+    try {
+        w.OpenScript(path);
+    } catch (const ivr::IvrError &) {
+        escaped = true;
+    }
+    QCOMPARE(escaped, escapes);
     QCOMPARE(m_messages->count(), refused ? 1 : 0);
     QCOMPARE(w.FileName(), escapes ? QString() : path);
     QCOMPARE(w.windowTitle(), escapes ? QStringLiteral("IVR Script 1") : path);
@@ -372,8 +181,7 @@ void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe()
     if (escapes)
         QCOMPARE(w.FileName(), chosen);
 
-    // Save, now without a dialog.
-    QCOMPARE(w.SaveScript(false), saves);
+    QCOMPARE(w.SaveScript(false), saves); // now without a dialog
     const auto saved = ivr::ScriptFile().Load(w.FileName());
     QCOMPARE(saved.has_value(), saves);
     if (saved) {
@@ -389,66 +197,6 @@ void tst_frmScriptViewerFile::damagedFileLeavesWindowSafe()
     m_messages->answer(QMessageBox::Yes);
     QCOMPARE(w.close(), !saves);
     QCOMPARE(m_messages->count(), 1);
-}
-
-// The loader's kinds of damage, a sample of each, through the window: the
-// open reports, refuses or escapes, and the save and the close that follow
-// agree with what is on disk.
-void tst_frmScriptViewerFile::damageSweepNeverCrashes()
-{
-    const QList<int> types{3, 4, 5, 6, 7, 8, 9, 11, 12, 13};
-    const auto name = [](int type) {
-        return "S" + QByteArray::number(type);
-    };
-    QList<QByteArray> modules{module("Connected", 1, R"({"NextModule": "[S3]"})"),
-                              module("End Call", 0)};
-    for (int type : types) {
-        const QByteArray exits = R"({"NextModule": "[S4]", "OnDigit2": "[S3]", "OnSuccess":
-            "[End Call]", "OnFail": "[S5]", "OnTimeOut": "[S3]", "OnFinish": "[S8]"})";
-        modules << module(name(type), type, exits);
-    }
-    modules << module("Common", 98);
-    const QByteArray good = script(modules);
-    QList<QByteArray> variants;
-    for (int i = 1; i < 30; ++i)
-        variants << good.left(i * good.size() / 30);
-    QRandomGenerator random(20240611);
-    for (int i = 0; i < 40; ++i) {
-        QByteArray flipped = good;
-        flipped[random.bounded(int(flipped.size()))] = char(random.bounded(32, 127));
-        variants << flipped;
-    }
-    for (int i = 0; i < 12; ++i) {
-        // One module takes another's name: the hole lands at or below the top.
-        QList<QByteArray> renamed = modules;
-        const int from = i % 10, to = (i * 7 + 3) % 10;
-        renamed[2 + from].replace('"' + name(types[from]) + '"', '"' + name(types[to]) + '"');
-        variants << script(renamed);
-    }
-
-    const QString path = m_folder->file(QStringLiteral("damaged.ivr"));
-    const QString chosen = m_folder->file(QStringLiteral("chosen.ivr"));
-    answerSave(chosen);
-    int escaped = 0;
-    for (int i = 0; i < variants.size(); ++i) {
-        const QString variant = QStringLiteral("variant %1").arg(i);
-        QVERIFY(writeFile(path, variants[i]));
-        QFile::remove(chosen);
-        m_messages->clear();
-        frmScriptViewer w;
-        const bool escapes = openAsProgram(w, path);
-        escaped += escapes ? 1 : 0;
-        QVERIFY2(m_messages->count() <= (escapes ? 0 : 1), qPrintable(variant));
-        QVERIFY2(w.FileName() == (escapes ? QString() : path), qPrintable(variant));
-        const bool saved = w.SaveScript(false);
-        QVERIFY2(saved == ivr::ScriptFile().Load(escapes ? chosen : path).has_value(),
-                 qPrintable(variant));
-        QVERIFY2(escapes || saved, qPrintable(variant));
-        emit w.cmVorelModule().at(0)->ModuleChanged(0);
-        m_messages->answer(QMessageBox::Yes);
-        QVERIFY2(w.close() == !saved, qPrintable(variant));
-    }
-    QVERIFY(escaped >= 12);
 }
 
 void tst_frmScriptViewerFile::openRefused_data()
@@ -473,17 +221,13 @@ void tst_frmScriptViewerFile::openRefused()
     QFETCH(int, count);
     QFETCH(QString, reason);
     const QString path = m_folder->file(name);
-    if (count) {
-        QByteArray exits;
-        for (const QString &key : allExits().mid(1, 13))
-            exits += (exits.isEmpty() ? "{" : ", ") + ("\"" + key + "\": \"[End Call]\"").toUtf8();
-        QList<QByteArray> modules{module("Connected", 1), module("End Call", 0)};
-        for (int i = 0; i < count; ++i)
-            modules << module("M" + QByteArray::number(i), type, type == 4 ? exits + "}" : "{}");
-        QVERIFY(writeFile(path, script(modules)));
-    } else {
-        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("scripts")));
-    }
+    QByteArray exits = "{";
+    for (const QString &key : allExits().mid(1, 13))
+        exits += (exits.size() > 1 ? ", \"" : "\"") + key.toUtf8() + "\": \"[End Call]\"";
+    QList<QByteArray> modules{module("Connected", 1), module("End Call", 0)};
+    for (int i = 0; i < count; ++i)
+        modules << module("M" + QByteArray::number(i), type, type == 4 ? exits + "}" : "{}");
+    QVERIFY(count ? writeFile(path, script(modules)) : QDir(m_folder->path()).mkdir("scripts"));
 
     frmScriptViewer w;
     w.setWindowTitle(QStringLiteral("IVR Script 1"));
@@ -491,9 +235,9 @@ void tst_frmScriptViewerFile::openRefused()
     const bool reported = !reason.isEmpty();
     QCOMPARE(m_messages->count(), reported ? 1 : 0);
     if (reported) {
-        QVERIFY2(m_messages->lastText().contains(reason)
-                         && (!count || m_messages->lastText().contains("could not be opened")),
-                 qPrintable(m_messages->lastText()));
+        const QString text = m_messages->lastText();
+        QVERIFY2(text.contains(reason) && (!count || text.contains("could not be opened")),
+                 qPrintable(text));
         QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
     }
     QCOMPARE(w.FileName(), reported ? path : QString());
@@ -524,10 +268,8 @@ void tst_frmScriptViewerFile::saveKeepsFileItDidNotMake()
     const QString target = dir.filePath(QStringLiteral("x.ivr"));
     const QByteArray old
             = how == "refused" ? QByteArray("{ a script of a later version") : readFile(fixture());
-    if (how != "written")
-        QVERIFY(writeFile(target, old));
-    if (olderBackup)
-        QVERIFY(writeFile(target + ".bak", "older backup"));
+    QVERIFY(how == "written" || writeFile(target, old));
+    QVERIFY(!olderBackup || writeFile(target + ".bak", "older backup"));
 
     frmScriptViewer w;
     if (how == "refused" || how == "loaded") {
@@ -538,8 +280,7 @@ void tst_frmScriptViewerFile::saveKeepsFileItDidNotMake()
     }
     QCOMPARE(w.FileName(), target);
     w.AddModule(3, 5000, 5000);
-    QVERIFY(w.SaveScript(false));
-    QVERIFY(w.SaveScript(false));
+    QVERIFY(w.SaveScript(false) && w.SaveScript(false));
 
     QStringList expected;
     if (olderBackup)
@@ -589,46 +330,36 @@ void tst_frmScriptViewerFile::saveNameAndCaption()
     w.AddModule(3, 100, 100);
     QCOMPARE(w.SaveScript(true), !fileName.isEmpty());
     QCOMPARE(m_proposed, proposed.replace(QStringLiteral("<opened>"), source));
-    QCOMPARE(w.FileName(), fileName.isEmpty() ? QString() : dir + fileName);
-    QCOMPARE(w.windowTitle(),
-             fileName.isEmpty() ? QStringLiteral("IVR Script 1") : dir + fileName.chopped(4));
-    QVERIFY(fileName.isEmpty() || QFile::exists(dir + fileName));
+    const bool none = fileName.isEmpty();
+    QCOMPARE(w.FileName(), none ? QString() : dir + fileName);
+    QCOMPARE(w.windowTitle(), none ? QStringLiteral("IVR Script 1") : dir + fileName.chopped(4));
+    QVERIFY(none || QFile::exists(dir + fileName));
 }
 
-void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite_data()
-{
-    QTest::addColumn<QString>("target");
-    QTest::newRow("parent-is-regular-file") << "source.ivr/inside.ivr";
-    QTest::newRow("missing-folder") << "no such folder/inside.ivr";
-    QTest::newRow("full-disk-keeps-old-file") << "source.ivr";
-}
-
+// Where the library cannot write (its own test sorts out why), the window
+// keeps its name, caption and modules, says so once and closes unasked.
 void tst_frmScriptViewerFile::saveWhereLibraryCannotWrite()
 {
-    QFETCH(QString, target);
-    const QString dir = m_folder->path() + QLatin1Char('/');
-    const QString source = dir + QStringLiteral("source.ivr");
+    const QString source = m_folder->file(QStringLiteral("source.ivr"));
+    const QString target = source + QStringLiteral("/inside.ivr");
     QVERIFY(QFile::copy(fixture(), source));
     const QByteArray before = readFile(source);
-
-    QProcess saver; // saves on a disk that takes 4 KiB per file
-    saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {dir + target, source});
-    QVERIFY(saver.waitForFinished(60000));
-    QCOMPARE(saver.exitCode(), 0);
-    const QStringList seen
-            = QString::fromLocal8Bit(saver.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
-    const QStringList expected{"changed before 1",
-                               "ok 0",
-                               "changed 0",
-                               "file " + dir + target,
-                               "caption " + dir + target.chopped(4),
-                               "modules 114",
-                               "closes without question 1"};
-    QCOMPARE(seen.mid(0, 7), expected);
-    QCOMPARE(seen.size(), 8); // one message
-    QVERIFY2(seen.last().startsWith(QStringLiteral("message %1 ").arg(int(QMessageBox::Critical)))
-                     && seen.last().contains(QFileInfo(target).fileName()),
-             qPrintable(seen.last()));
+    frmScriptViewer w;
+    w.OpenScript(source);
+    w.AddModule(3, 100, 100);
+    emit w.cmVorelModule().at(0)->ModuleChanged(0);
+    w.setFileName(target);
+    QVERIFY(w.Changed());
+    QVERIFY(!w.SaveScript(false));
+    QVERIFY(!w.Changed());
+    QCOMPARE(w.FileName(), target);
+    QCOMPARE(w.windowTitle(), target.chopped(4));
+    QCOMPARE(w.cmVorelModule().count(), 15);
+    QCOMPARE(m_messages->count(), 1);
+    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
+    QVERIFY2(m_messages->lastText().contains("inside.ivr"), qPrintable(m_messages->lastText()));
+    QVERIFY(w.close());
+    QCOMPARE(m_messages->count(), 1);
     QCOMPARE(readFile(source), before);
 }
 
@@ -641,10 +372,9 @@ void tst_frmScriptViewerFile::run_data()
     auto row = [](const char *name, auto... v) {
         (QTest::newRow(name) << ... << v);
     };
-    const int no = QMessageBox::No, yes = QMessageBox::Yes;
     row("opened-unchanged-starts-without-question", true, true, 0, true);
-    row("new-script-answered-no-starts-nothing", false, true, no, false);
-    row("new-script-saved-then-started", false, true, yes, true);
+    row("new-script-answered-no-starts-nothing", false, true, int(QMessageBox::No), false);
+    row("new-script-saved-then-started", false, true, int(QMessageBox::Yes), true);
     row("missing-runner-silent", true, false, 0, false);
 }
 
@@ -669,40 +399,13 @@ void tst_frmScriptViewerFile::run()
     QCOMPARE(m_messages->count(), opened ? 0 : 1);
     if (!opened) {
         const ivr::MsgBox::Message &m = m_messages->messages().first();
-        QCOMPARE(m.text,
-                 QStringLiteral("You must save the script before run.\nDo you want to save "
-                                "it Now?"));
+        QCOMPARE(m.text, "You must save the script before run.\nDo you want to save it Now?");
         QCOMPARE(m.icon, QMessageBox::Information);
         QCOMPARE(m.buttons, QMessageBox::Yes | QMessageBox::No);
     }
     checkRunner(started);
     if (started)
         QCOMPARE(m_folder->runnerLog(), (QStringList{m_folder->path(), "False"}));
-}
-
-void tst_frmScriptViewerFile::killedSaveLeavesLoadableFile()
-{
-    const QString file = m_folder->file(QStringLiteral("killed.ivr"));
-    for (int round = 0; round < 100; ++round) {
-        QProcess saver;
-        saver.start(QStringLiteral(IVR_SCRIPT_SAVER), {file});
-        QVERIFY(saver.waitForReadyRead(30000)); // the first save stands
-        QTest::qSleep(int(QRandomGenerator::global()->bounded(40)));
-        saver.kill();
-        QVERIFY(saver.waitForFinished());
-
-        const auto list = ivr::ScriptFile().Load(file);
-        QVERIFY2(list, qPrintable(QStringLiteral("round %1").arg(round)));
-        // Every module of one save carries the same description.
-        QSet<QString> descriptions;
-        for (const auto &m : *list) {
-            if (m->ModuleType() != 98)
-                descriptions.insert(m->definition().Description());
-        }
-        QCOMPARE(descriptions.size(), 1);
-        QCOMPARE(list->count(), 403);
-    }
-    QCOMPARE(m_messages->count(), 0);
 }
 
 QTEST_MAIN(tst_frmScriptViewerFile)

@@ -1,4 +1,3 @@
-#include "appfolder.h"
 #include "msgbox.h"
 #include "screenpointer.h"
 
@@ -14,7 +13,6 @@ class tst_Base : public QObject
 private slots:
     void pointerNeverPilesUp();
     void messageTitle();
-    void appFolderOverride();
 };
 
 void tst_Base::pointerNeverPilesUp()
@@ -39,14 +37,6 @@ void tst_Base::messageTitle()
             "Text ", QMessageBox::Critical, QMessageBox::Ok, "Brindlewave IVR Script Designer");
     MsgBox::clearHook();
     QCOMPARE(titles, (QStringList{"IVR Script Designer", "Brindlewave IVR Script Designer"}));
-}
-
-void tst_Base::appFolderOverride()
-{
-    AppFolder::setOverride("/tmp/prog/");
-    QCOMPARE(AppFolder::file("Greeting/beep.wav"), QString("/tmp/prog/Greeting/beep.wav"));
-    AppFolder::clearOverride();
-    QCOMPARE(AppFolder::path(), QCoreApplication::applicationDirPath());
 }
 
 QTEST_MAIN(tst_Base)

@@ -45,12 +45,10 @@ void tst_ArrowPlacer::leadsFromEdgeToEdge_data()
     QTest::addColumn<QPointF>("from");
     QTest::addColumn<QPointF>("to");
     QTest::addColumn<bool>("toCompact");
-    QTest::newRow("target-below-leaves-bottom")
-            << QPointF(1215, 675) << QPointF(1215, 3870) << false;
-    QTest::newRow("target-above-not-reversed")
-            << QPointF(1215, 3870) << QPointF(1215, 675) << false;
-    QTest::newRow("diagonal-to-compact-uses-its-size")
-            << QPointF(500.5, 500) << QPointF(5000, 4000.2) << true;
+    using P = QPointF;
+    QTest::newRow("target-below-leaves-bottom") << P(1215, 675) << P(1215, 3870) << false;
+    QTest::newRow("target-above-not-reversed") << P(1215, 3870) << P(1215, 675) << false;
+    QTest::newRow("diagonal-to-compact-uses-its-size") << P(500.5, 500) << P(5000, 4000.2) << true;
 }
 
 void tst_ArrowPlacer::leadsFromEdgeToEdge()
@@ -58,7 +56,6 @@ void tst_ArrowPlacer::leadsFromEdgeToEdge()
     QFETCH(QPointF, from);
     QFETCH(QPointF, to);
     QFETCH(bool, toCompact);
-
     QWidget canvas;
     VorelModule *a = moduleAt(&canvas, 2, from);
     VorelModule *b = moduleAt(&canvas, 3, to, toCompact);
@@ -67,13 +64,11 @@ void tst_ArrowPlacer::leadsFromEdgeToEdge()
 
     const QRectF boxA(a->Left(), a->Top(), a->Width(), a->Height());
     const QRectF boxB(b->Left(), b->Top(), b->Width(), b->Height());
-    const QPointF start = arrow.startPoint();
-    const QPointF end = arrow.endPoint();
-    QVERIFY2(onBorder(boxA, start), "the line must leave from the first module's edge");
-    QVERIFY2(onBorder(boxB, end), "the line must end at the second module's edge");
+    QVERIFY2(onBorder(boxA, arrow.startPoint()), "the line must leave from the first box's edge");
+    QVERIFY2(onBorder(boxB, arrow.endPoint()), "the line must end at the second box's edge");
     // It points from the first module to the second, on the line of centres.
     const QPointF d = boxB.center() - boxA.center();
-    const QPointF s = end - start;
+    const QPointF s = arrow.endPoint() - arrow.startPoint();
     QVERIFY(QPointF::dotProduct(d, s) > 0);
     QVERIFY(qAbs(d.x() * s.y() - d.y() * s.x()) < 0.1 * (qAbs(d.x()) + qAbs(d.y())));
 }
@@ -96,12 +91,9 @@ void tst_ArrowPlacer::farOffModuleDrawnWithinReach()
 {
     QFETCH(float, left);
     QFETCH(float, top);
-
     QWidget canvas;
     canvas.resize(400, 300);
-    VorelModule *far = moduleAt(&canvas, 2, QPointF(0, 0));
-    far->setLeft(left);
-    far->setTop(top);
+    VorelModule *far = moduleAt(&canvas, 2, QPointF(left, top));
     VorelModule *near = moduleAt(&canvas, 3, QPointF(1500, 1500));
     ArrowLayer layer(&canvas);
     VorelDirection out(1, &layer);
