@@ -3,20 +3,9 @@
 #include "messagerecorder.h"
 #include "programfolder.h"
 
-#include <QCheckBox>
-#include <QClipboard>
-#include <QDesktopServices>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QScreen>
-#include <QSignalSpy>
-#include <QTcpServer>
-#include <QTcpSocket>
-#include <QTest>
-#include <QTextBrowser>
+#include <QtNetwork>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace ivr;
 using Flags = ProgramFolder::Options::Flags;

@@ -1,10 +1,13 @@
 #include "commondialog.h"
+#include "helpwindow.h"
 #include "selectedmoduletype.h"
 #include "shelltesting.h"
 #include "statuspanels.h"
 #include "vorelmodule.h"
 
+#include <QPointer>
 #include <QScrollBar>
+#include <QStandardPaths>
 #include <QToolBar>
 
 using namespace shelltesting;
@@ -44,6 +47,7 @@ private slots:
     void cleanup()
     {
         m_s.reset();
+        delete ivr::HelpWindow::existing();
         ivr::setSelectedModuleType(0);
         ivr::CommonDialog::clearTestAnswer();
     }
@@ -177,7 +181,9 @@ private slots:
     // The toolbar shares New, Open, Save, Delete and Exit with the menus.
     void commandReachesItsTarget_data()
     {
-        QTest::addColumn<QString>("command"); // "cmdMain<n>|tip" or "menu|entry"
+        // "cmdMain<n>|tip" or "menu|entry", then where the focus is when
+        // not on a module: "|scroll" on a scroll bar, "|none" without a window.
+        QTest::addColumn<QString>("command");
         QTest::addColumn<Effect>("effect");
         QTest::newRow("new-button-wrong") << "cmdMain0|Add New Script" << Effect::NewWindow;
         QTest::newRow("open-button-wrong") << "cmdMain1|Open Existing Script" << Effect::OpenAsked;
@@ -192,6 +198,9 @@ private slots:
         QTest::newRow("file-properties-acts") << "&File|Propert&ies" << Effect::Nothing;
         QTest::newRow("edit-property-wrong") << "&Edit|&Property" << Effect::Property;
         QTest::newRow("window-new-wrong") << "&Window|&New Window" << Effect::NewWindow;
+        QTest::newRow("delete-without-child-acts") << "&Edit|&Delete|none" << Effect::Closed;
+        QTest::newRow("property-with-scroll-bar-acts")
+                << "&Edit|&Property|scroll" << Effect::Nothing;
     }
     void commandReachesItsTarget()
     {
@@ -211,11 +220,17 @@ private slots:
         QVERIFY(welcome);
         welcome->setFocus();
         const int modules = viewer->cmVorelModule().count();
+        const QString focus = command.section('|', 2);
+        if (focus == "scroll")
+            viewer->scrlVert()->setFocus();
+        if (focus == "none")
+            frame->mdiArea()->closeAllSubWindows();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QFile file(script);
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate)); // Save must write it again
         file.close();
 
-        const QString first = command.section('|', 0, 0), second = command.section('|', 1);
+        const QString first = command.section('|', 0, 0), second = command.section('|', 1, 1);
         if (first.startsWith("cmdMain")) {
             QList<QAction *> buttons = frame->XPSideMenu2()->actions();
             buttons.removeIf([](QAction *action) { return action->isSeparator(); });
@@ -255,34 +270,6 @@ private slots:
             QTRY_COMPARE(m_s->folder.runnerLog().size(), 2);
         else
             QCOMPARE(file.size() > 0, effect == Effect::Saved);
-    }
-
-    void commandsWithoutModuleDoNothing_data()
-    {
-        QTest::addColumn<QString>("entry");
-        QTest::addColumn<bool>("noChild");
-        QTest::newRow("delete-without-child") << "&Delete" << true;
-        QTest::newRow("property-with-scroll-bar-active") << "&Property" << false;
-    }
-    void commandsWithoutModuleDoNothing()
-    {
-        QFETCH(QString, entry);
-        QFETCH(bool, noChild);
-        frmAppMain *frame = start(m_s->folder);
-        QVERIFY(frame);
-        frmScriptViewer *viewer = viewerOf(scriptWindows().constFirst());
-        if (noChild) {
-            frame->mdiArea()->closeAllSubWindows();
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        } else {
-            frame->activateWindow();
-            viewer->scrlVert()->setFocus();
-        }
-        choose("&Edit", entry);
-        QCOMPARE(scriptWindows().size(), noChild ? 0 : 1);
-        QVERIFY(noChild || (viewer->cmVorelModule().count() == 2 && viewer->isEnabled()));
-        QVERIFY(m_dialogs.isEmpty());
-        QCOMPARE(m_s->messages.count(), 0);
     }
 
     void windowNumbersNeverReused_data()
@@ -337,6 +324,81 @@ private slots:
         QCOMPARE(scriptWindows().size(), 3);
         QCOMPARE(m_s->messages.count(), 1);
         QVERIFY(m_s->messages.lastText().startsWith("Do you want to save changes you made to "));
+    }
+
+    void entryOpensItsTopic_data()
+    {
+        QTest::addColumn<QString>("entry"); // a menu entry, F1, or a dialog's help context
+        QTest::addColumn<QString>("topic"); // empty: the help file is gone
+        QTest::newRow("contents-opens-another-page") << "&Contents"
+                                                     << "bdw_d_designer.htm";
+        QTest::newRow("search-opens-another-page") << "&Search For Help On..."
+                                                   << "bdw_d_designer.htm";
+        QTest::newRow("f1-in-main-window-does-nothing") << "F1"
+                                                        << "bdw_d_designer.htm";
+        QTest::newRow("dialog-context-opens-wrong-topic") << "7"
+                                                          << "bdw_d_record.htm";
+        QTest::newRow("missing-help-file-not-said-in-window") << "&Contents"
+                                                              << "";
+    }
+    void entryOpensItsTopic()
+    {
+        QFETCH(QString, entry);
+        QFETCH(QString, topic);
+        if (topic.isEmpty())
+            QFile::remove(m_s->folder.file("BdwIVRS.qch"));
+        frmAppMain *frame = start(m_s->folder);
+        QVERIFY(frame);
+        bool context = false;
+        const int id = entry.toInt(&context);
+        if (context) {
+            frame->showHelpContext(id);
+        } else if (entry == "F1") {
+            frame->activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(frame));
+            QTest::keyClick(frame, Qt::Key_F1);
+        } else {
+            choose("&Help", entry);
+        }
+        ivr::HelpWindow *help = ivr::HelpWindow::existing();
+        QVERIFY(help && help->isVisible() && frame->isVisible());
+        QCOMPARE(help->helpFound(), !topic.isEmpty());
+        if (topic.isEmpty())
+            QVERIFY(help->pageText().contains("could not be found"));
+        else
+            QVERIFY(help->currentUrl().fileName() == topic
+                    && !help->pageText().trimmed().isEmpty());
+        QCOMPARE(m_s->messages.count(), 0);
+    }
+
+    void unwritableCacheIsSaidInTheWindow()
+    {
+        // The cache folder would lie under a regular file.
+        const QString blocked = m_s->folder.file("blocked");
+        QVERIFY(QFile(blocked).open(QIODevice::WriteOnly));
+        qputenv("XDG_CACHE_HOME", QFile::encodeName(blocked + "/cache"));
+        const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+        QVERIFY(cache.startsWith(blocked));
+        ivr::HelpWindow::setHelpFile(m_s->folder.file("BdwIVRS.qch"));
+        ivr::HelpWindow *help = ivr::HelpWindow::instance(nullptr);
+        help->showTopic("bdw_d_designer.htm");
+        QVERIFY(!help->helpFound());
+        const QString page = help->pageText();
+        QVERIFY2(page.contains(cache) && page.contains("cannot be written"), qPrintable(page));
+        QVERIFY(!page.contains("could not be found"));
+    }
+
+    // The process ends with its last form: the help window must not outlive the frame.
+    void exitTakesTheHelpWindowAlong()
+    {
+        QVERIFY(start(m_s->folder));
+        choose("&Help", "&Contents");
+        QPointer<ivr::HelpWindow> help = ivr::HelpWindow::existing();
+        QVERIFY(help && help->isVisible());
+        choose("&File", "E&xit");
+        QVERIFY(!frmAppMain::existing() && !help);
+        for (QWidget *window : QApplication::topLevelWidgets())
+            QVERIFY2(!window->isVisible(), qPrintable(window->objectName()));
     }
 
 private:
