@@ -105,6 +105,9 @@ inline frmScriptViewer *viewerOf(QMdiSubWindow *child)
 // A test's program folder and message boxes; the frame goes before they do.
 struct Session
 {
+    explicit Session(const ProgramFolder::Options &options = {})
+        : folder(options)
+    {}
     ~Session() { discardFrame(); }
     ProgramFolder folder;
     MessageRecorder messages;

@@ -16,18 +16,18 @@ private slots:
     {
         discardFrame();
         // The registration script runs on after the start: wait for it before its folder goes.
-        if (m_folder && m_standInRegistration)
-            QTRY_VERIFY(!m_folder->regSvrLog().isEmpty());
-        m_messages.reset();
-        m_folder.reset();
+        if (m_s && m_standInRegistration)
+            QTRY_VERIFY(!m_s->folder.regSvrLog().isEmpty());
+        m_s.reset();
     }
 
     void startsWithoutWaitingForRegistration()
     {
         make();
         m_standInRegistration = false;
-        const QString log = m_folder->file("registration.log"), release = m_folder->file("release");
-        QFile script(m_folder->file("regSvr.sh"));
+        const QString log = m_s->folder.file("registration.log"),
+                      release = m_s->folder.file("release");
+        QFile script(m_s->folder.file("regSvr.sh"));
         QVERIFY(script.open(QIODevice::WriteOnly | QIODevice::Truncate));
         script.write(
                 QStringLiteral("#!/bin/sh\necho \"started $PWD\" >> '%1'\n"
@@ -39,12 +39,12 @@ private slots:
             QFile file(log);
             return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
         };
-        frmAppMain *frame = start(*m_folder);
+        frmAppMain *frame = start(m_s->folder);
         QVERIFY(frame && frame->isVisible() && !visibleSplash());
         QCOMPARE(scriptWindows().constFirst()->widget()->windowTitle(), "IVR Script 1");
-        QCOMPARE(m_messages->count(), 0);
+        QCOMPARE(m_s->messages.count(), 0);
         // The start is over while the script, run from the program folder, still waits.
-        QTRY_COMPARE(logText().trimmed(), "started " + m_folder->path());
+        QTRY_COMPARE(logText().trimmed(), "started " + m_s->folder.path());
         QVERIFY(QFile(release).open(QIODevice::WriteOnly));
         QTRY_VERIFY(logText().contains("ended"));
     }
@@ -78,7 +78,7 @@ private slots:
                 hide->click();
         });
         watch.start(20);
-        QVERIFY(start(*m_folder));
+        QVERIFY(start(m_s->folder));
         watch.stop();
         QCOMPARE(formSeen, shown);
         QCOMPARE(splashBehindForm, shown);
@@ -123,32 +123,32 @@ private slots:
         QFETCH(QString, text);
         QFETCH(QString, said);
         make(flags);
-        useStoreOf(*m_folder);
+        useStoreOf(m_s->folder);
         const QString storeFile
-                = m_folder->home() + "/.config/Brindlewave/IVR Script Designer.conf";
+                = m_s->folder.home() + "/.config/Brindlewave/IVR Script Designer.conf";
         const QByteArray contents = "[Settings]\n" + key.toUtf8() + '=' + text.toUtf8() + '\n';
         if (!key.isEmpty()) {
             QVERIFY(QDir().mkpath(QFileInfo(storeFile).path()));
             QFile file(storeFile);
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
         }
-        const QString blocked = m_folder->file("blocked");
+        const QString blocked = m_s->folder.file("blocked");
         if (text == "-") {
             // The store's folder would lie under a regular file.
             QVERIFY(QFile(blocked).open(QIODevice::WriteOnly));
             QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, blocked + "/config");
             QVERIFY(ivr::Startup::Main({}) == 0 && frmAppMain::existing());
-            QCOMPARE(m_messages->count(), 0);
+            QCOMPARE(m_s->messages.count(), 0);
             QVERIFY(closeFrame());
             said.prepend(blocked);
         } else {
             QCOMPARE(ivr::Startup::Main({}), 1);
             QVERIFY(!frmAppMain::existing() && !visibleSplash());
         }
-        QCOMPARE(m_messages->count(), 1);
-        QCOMPARE(m_messages->messages().constFirst().icon,
+        QCOMPARE(m_s->messages.count(), 1);
+        QCOMPARE(m_s->messages.messages().constFirst().icon,
                  text == "-" ? QMessageBox::Warning : QMessageBox::Critical);
-        const QString message = m_messages->lastText();
+        const QString message = m_s->messages.lastText();
         QVERIFY2(message.contains(said), qPrintable(message));
         QVERIFY2(key.isEmpty()
                          || (message.contains('"' + key + '"')
@@ -157,16 +157,15 @@ private slots:
         QFile file(storeFile);
         QCOMPARE(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray(),
                  key.isEmpty() ? QByteArray() : contents);
-        QCOMPARE(QFile::exists(m_folder->file("CallLog.db")), flags != Flags::NoDatabase);
+        QCOMPARE(QFile::exists(m_s->folder.file("CallLog.db")), flags != Flags::NoDatabase);
     }
 
 private:
     void make(Flags flags = Flags::Hidden)
     {
-        m_folder = std::make_unique<ProgramFolder>(ProgramFolder::Options{flags});
+        m_s.emplace(ProgramFolder::Options{flags});
         m_standInRegistration = true;
-        QVERIFY(m_folder->isValid());
-        m_messages = std::make_unique<MessageRecorder>();
+        QVERIFY(m_s->folder.isValid());
     }
     static frmSplash *visibleSplash()
     {
@@ -177,8 +176,7 @@ private:
         return nullptr;
     }
 
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
+    std::optional<Session> m_s;
     bool m_standInRegistration = false;
 };
 
