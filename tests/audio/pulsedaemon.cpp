@@ -5,41 +5,30 @@
 
 #include <csignal>
 
-namespace {
+static const QString Socket = QStringLiteral("/native");
 
-const QString Socket = QStringLiteral("/native");
-
-bool signalDaemon(int signal)
+static bool signalDaemon(int signal)
 {
     QFile pidFile(PulseDaemon::folder() + QStringLiteral("/run/pulse/pid"));
-    if (!pidFile.open(QIODevice::ReadOnly))
-        return false;
-    const pid_t pid = pid_t(pidFile.readAll().trimmed().toLongLong());
+    const pid_t pid = pidFile.open(QIODevice::ReadOnly) ? pidFile.readAll().trimmed().toInt() : 0;
     return pid > 0 && ::kill(pid, signal) == 0;
 }
 
-bool fixture(const char *command, const QString &folder)
-{
-    return QProcess::execute("sh", {IVR_PULSE_FIXTURE, command, folder}) == 0;
-}
-
-} // namespace
-
 QString PulseDaemon::folder()
 {
-    QString server = qEnvironmentVariable("PULSE_SERVER");
-    server.remove(QStringLiteral("unix:"));
-    return server.chopped(Socket.size());
+    return qEnvironmentVariable("PULSE_SERVER")
+            .remove(QStringLiteral("unix:"))
+            .chopped(Socket.size());
 }
 
 bool PulseDaemon::start(const QString &folder)
 {
-    return fixture("start", folder);
+    return QProcess::execute("sh", {IVR_PULSE_FIXTURE, "start", folder}) == 0;
 }
 
 bool PulseDaemon::stop(const QString &folder)
 {
-    return fixture("stop", folder);
+    return QProcess::execute("sh", {IVR_PULSE_FIXTURE, "stop", folder}) == 0;
 }
 
 void PulseDaemon::use(const QString &folder)
@@ -61,7 +50,6 @@ bool PulseDaemon::allStreamsCorked()
 {
     QProcess pactl;
     pactl.start("pactl", {"list", "sink-inputs"});
-    if (!pactl.waitForFinished(5000) || pactl.exitCode() != 0)
-        return false;
-    return !pactl.readAllStandardOutput().contains("Corked: no");
+    return pactl.waitForFinished(5000) && pactl.exitCode() == 0
+           && !pactl.readAllStandardOutput().contains("Corked: no");
 }

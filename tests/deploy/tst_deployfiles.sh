@@ -1,39 +1,23 @@
 #!/bin/sh
 # Checks the files the build puts beside the program, other than regSvr.sh.
 #   tst_deployfiles.sh <makecalllog.cmake> <calllog.sql> <beep.wav>
-maker=$1
-schema=$2
-beep=$3
-root=$(mktemp -d) || exit 1
-trap 'rm -rf "$root"' EXIT
+db=$(mktemp -d)/CallLog.db || exit 1
+trap 'rm -rf "$(dirname "$db")"' EXIT
 failures=0
-
-fail() {
-    echo "FAIL: $case_name: $*"
-    failures=$((failures + 1))
-}
-
-make_db() {
-    cmake -DSQLITE3="$(command -v sqlite3)" -DSCHEMA="$schema" -DTARGET="$1" -P "$maker" >/dev/null 2>&1
-}
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+make_db() { cmake -DSQLITE3="$(command -v sqlite3)" -DSCHEMA="$2" -DTARGET="$db" -P "$1" >/dev/null 2>&1; }
 
 # A new installation shows the enquiry form: the flags table is there, empty.
-case_name=fresh-database-skips-enquiry
-make_db "$root/fresh.db" || fail "could not make the database"
-rows=$(sqlite3 "$root/fresh.db" "SELECT count(*) FROM flags" 2>&1)
-[ "$rows" = 0 ] || fail "flags holds '$rows'"
-
-case_name=rebuild-loses-users-answer
-sqlite3 "$root/fresh.db" "INSERT INTO flags (show_reg_form) VALUES (1)"
-make_db "$root/fresh.db" || fail "a second build failed"
-rows=$(sqlite3 "$root/fresh.db" "SELECT show_reg_form FROM flags" 2>&1)
-[ "$rows" = 1 ] || fail "the user's row became '$rows'"
+make_db "$1" "$2" || fail "fresh-database: could not make it"
+[ "$(sqlite3 "$db" "SELECT count(*) FROM flags" 2>&1)" = 0 ] || fail "fresh-database-skips-enquiry"
+sqlite3 "$db" "INSERT INTO flags (show_reg_form) VALUES (1)"
+make_db "$1" "$2" || fail "rebuild: a second build failed"
+[ "$(sqlite3 "$db" "SELECT show_reg_form FROM flags" 2>&1)" = 1 ] || fail "rebuild-loses-users-answer"
 
 # The same format as the telephone prompts: 8 kHz, 16-bit, mono.
-case_name=beep-not-a-telephone-prompt
-format="$(soxi -r "$beep" 2>&1) $(soxi -b "$beep" 2>&1) $(soxi -c "$beep" 2>&1)"
-[ "$format" = "8000 16 1" ] || fail "rate, bits and channels are $format"
-[ "$(soxi -s "$beep" 2>&1)" -gt 400 ] || fail "too short"
+format="$(soxi -r "$3" 2>&1) $(soxi -b "$3" 2>&1) $(soxi -c "$3" 2>&1)"
+[ "$format" = "8000 16 1" ] || fail "beep-not-a-telephone-prompt: rate, bits and channels are $format"
+[ "$(soxi -s "$3" 2>&1)" -gt 400 ] || fail "beep-too-short"
 
 [ "$failures" -eq 0 ] || { echo "$failures failure(s)"; exit 1; }
 echo "All deployment file cases passed"

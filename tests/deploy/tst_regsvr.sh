@@ -10,10 +10,7 @@ trap 'rm -rf "$root"' EXIT
 failures=0
 mime=application/x-brindlewave-ivr
 
-fail() {
-    echo "FAIL: $case_name: $*"
-    failures=$((failures + 1))
-}
+fail() { echo "FAIL: $case_name: $*"; failures=$((failures + 1)); }
 
 # A program folder with a blank in its name, holding the script and a
 # stand-in designer, and a fresh home.
@@ -25,10 +22,7 @@ new_case() {
     cp "$script" "$prog/regSvr.sh"
     printf '#!/bin/sh\nexit 0\n' >"$prog/ivr-designer"
     chmod 755 "$prog/regSvr.sh" "$prog/ivr-designer"
-    HOME="$base/home"
-    XDG_DATA_HOME="$base/home/data"
-    XDG_CONFIG_HOME="$base/home/config"
-    export HOME XDG_DATA_HOME XDG_CONFIG_HOME
+    export HOME="$base/home" XDG_DATA_HOME="$base/home/data" XDG_CONFIG_HOME="$base/home/config"
     unset XDG_CURRENT_DESKTOP DESKTOP_SESSION KDE_FULL_SESSION DISPLAY WAYLAND_DISPLAY
     entry="$XDG_DATA_HOME/applications/brindlewave-ivr-designer.desktop"
 }
@@ -36,9 +30,7 @@ new_case() {
 # Runs the script as the designer does, from the program folder; any output
 # or a non-zero exit fails the case.
 run_regsvr() {
-    out=$(cd "$prog" && ./regSvr.sh 2>&1)
-    rc=$?
-    [ "$rc" -eq 0 ] || fail "exit code $rc"
+    out=$(cd "$prog" && ./regSvr.sh 2>&1) || fail "exit code $?"
     [ -z "$out" ] || fail "wrote output: $out"
 }
 

@@ -2,6 +2,7 @@
 
 #include "frmappmain.h"
 #include "frmscriptviewer.h"
+#include "messagerecorder.h"
 #include "programfolder.h"
 #include "startup.h"
 
@@ -60,14 +61,12 @@ inline void discardFrame()
 
 inline QString stored(const QString &key)
 {
-    QSettings settings(QStringLiteral("Brindlewave"), QStringLiteral("IVR Script Designer"));
-    return settings.value(QStringLiteral("Settings/") + key).toString();
+    return QSettings("Brindlewave", "IVR Script Designer").value("Settings/" + key).toString();
 }
 
 inline void putStored(const QString &key, const QString &value)
 {
-    QSettings settings(QStringLiteral("Brindlewave"), QStringLiteral("IVR Script Designer"));
-    settings.setValue(QStringLiteral("Settings/") + key, value);
+    QSettings("Brindlewave", "IVR Script Designer").setValue("Settings/" + key, value);
 }
 
 // An entry as the user finds it: the menu by its caption in the bar, then the
@@ -102,5 +101,16 @@ inline frmScriptViewer *viewerOf(QMdiSubWindow *child)
 {
     return qobject_cast<frmScriptViewer *>(child->widget());
 }
+
+// A test's program folder and message boxes; the frame goes before they do.
+struct Session
+{
+    explicit Session(const ProgramFolder::Options &options = {})
+        : folder(options)
+    {}
+    ~Session() { discardFrame(); }
+    ProgramFolder folder;
+    MessageRecorder messages;
+};
 
 } // namespace shelltesting
