@@ -3,28 +3,7 @@
 #include <QDeadlineTimer>
 #include <QtMath>
 
-namespace {
-const QString PhoneFormat = QStringLiteral("-r 8000 -c 1 -e signed-integer -b 16");
-constexpr int WindowMs = 100;
-
-bool isSounding(const char *pcm, qsizetype bytes)
-{
-    const auto *samples = reinterpret_cast<const qint16 *>(pcm);
-    double sum = 0;
-    for (qsizetype i = 0; i < bytes / 2; ++i)
-        sum += double(samples[i]) * samples[i];
-    return bytes >= 2 && qSqrt(sum / double(bytes / 2)) > qPow(10.0, -50.0 / 20.0) * 32768.0;
-}
-
-QList<bool> soundingWindows(const QByteArray &pcm)
-{
-    constexpr int WindowBytes = 8000 * 2 * WindowMs / 1000;
-    QList<bool> windows;
-    for (qsizetype at = 0; at + WindowBytes <= pcm.size(); at += WindowBytes)
-        windows << isSounding(pcm.constData() + at, WindowBytes);
-    return windows;
-}
-} // namespace
+static const QString PhoneFormat = QStringLiteral("-r 8000 -c 1 -e signed-integer -b 16");
 
 SinkRecorder::~SinkRecorder()
 {
@@ -48,14 +27,18 @@ bool SinkRecorder::start()
     return !m_data.isEmpty();
 }
 
+QByteArray SinkRecorder::takeAvailable()
+{
+    return m_data += m_parec.readAllStandardOutput();
+}
+
 bool SinkRecorder::waitForSound(int timeoutMs)
 {
     constexpr qsizetype BlockBytes = 160; // 10 ms
-    qsizetype seen = (m_data += m_parec.readAllStandardOutput()).size();
+    qsizetype seen = takeAvailable().size();
     seen -= seen % BlockBytes;
     for (QDeadlineTimer t(timeoutMs); !t.hasExpired(); m_parec.waitForReadyRead(20)) {
-        for (const QByteArray &data = m_data += m_parec.readAllStandardOutput();
-             seen + BlockBytes <= data.size();
+        for (const QByteArray &data = takeAvailable(); seen + BlockBytes <= data.size();
              seen += BlockBytes) {
             if (isSounding(data.constData() + seen, BlockBytes))
                 return true;
@@ -72,6 +55,24 @@ QByteArray SinkRecorder::stop()
     m_data += m_parec.readAllStandardOutput();
     m_data.chop(m_data.size() % 2);
     return m_data;
+}
+
+bool SinkRecorder::isSounding(const char *pcm, qsizetype bytes)
+{
+    const auto *samples = reinterpret_cast<const qint16 *>(pcm);
+    double sum = 0;
+    for (qsizetype i = 0; i < bytes / 2; ++i)
+        sum += double(samples[i]) * samples[i];
+    return bytes >= 2 && qSqrt(sum / double(bytes / 2)) > qPow(10.0, -50.0 / 20.0) * 32768.0;
+}
+
+QList<bool> SinkRecorder::soundingWindows(const QByteArray &pcm)
+{
+    constexpr int WindowBytes = 8000 * 2 * WindowMs / 1000;
+    QList<bool> windows;
+    for (qsizetype at = 0; at + WindowBytes <= pcm.size(); at += WindowBytes)
+        windows << isSounding(pcm.constData() + at, WindowBytes);
+    return windows;
 }
 
 double SinkRecorder::soundingSeconds(const QByteArray &pcm)
