@@ -1,56 +1,29 @@
-#include "dialogtesting.h"
-#include "messagerecorder.h"
+#include "scriptleveltesting.h"
 #include "selectedmoduletype.h"
 #include "shelltesting.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QSignalSpy>
-
 using namespace dialogtesting;
-using namespace shelltesting;
+using namespace scriptlevel;
 
 // A dialog inside the running program: owned by the main window, usable
 // beside it, and ended cleanly with its window or with the program.
-class tst_DialogsInFrame : public QObject
+class tst_DialogsInFrame : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp() && shelltesting::start(*m_folder)); }
+    void cleanup()
+    {
+        shelltesting::discardFrame();
+        tearDown();
+    }
     void ownedByFrameAndFrameUsable();
     void openedFromMenuAndToolbar_data();
     void openedFromMenuAndToolbar();
-    void exitAsksAndCancelKeepsDialog();
-    void exitWithDialogOpenEndsCleanly();
-    void closingWindowEndsItsDialog();
-
-private:
-    frmScriptViewer *activeViewer()
-    {
-        return qobject_cast<frmScriptViewer *>(
-                frmAppMain::existing()->mdiArea()->activeSubWindow()->widget());
-    }
-
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
+    void closeWithDialogOpen_data();
+    void closeWithDialogOpen();
 };
-
-void tst_DialogsInFrame::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-    QVERIFY(start(*m_folder));
-}
-
-void tst_DialogsInFrame::cleanup()
-{
-    discardFrame();
-    m_messages.reset();
-    m_folder.reset();
-}
 
 void tst_DialogsInFrame::ownedByFrameAndFrameUsable()
 {
@@ -85,74 +58,61 @@ void tst_DialogsInFrame::openedFromMenuAndToolbar_data()
 void tst_DialogsInFrame::openedFromMenuAndToolbar()
 {
     QFETCH(bool, toolbar);
-    frmAppMain *frame = frmAppMain::existing();
     frmScriptViewer *w = activeViewer();
     w->AddModule(3, 3000, 3000);
     QTest::mouseClick(module(*w, 2), Qt::LeftButton); // the module takes the focus
+    frmAppMain *frame = frmAppMain::existing();
     (toolbar ? frame->cmdMain(4) : frame->mnuEditProperty())->trigger();
-    ivr::PropertyDialog *dialog = nullptr;
-    for (QWidget *top : QApplication::topLevelWidgets()) {
-        if (auto *d = qobject_cast<ivr::PropertyDialog *>(top); d && d->isVisible())
-            dialog = d;
-    }
+    ivr::PropertyDialog *dialog = shown("frmPropPlay");
     QVERIFY(dialog);
     QCOMPARE(dialog->Index(), qint16(2));
     QCOMPARE(dialog->metaObject()->className(), "ivr::frmPropPlay");
     click(dialog, "cmdCancel");
 }
 
-void tst_DialogsInFrame::exitAsksAndCancelKeepsDialog()
+void tst_DialogsInFrame::closeWithDialogOpen_data()
 {
-    frmAppMain *frame = frmAppMain::existing();
+    QTest::addColumn<bool>("program"); // the whole program, or the script's window
+    QTest::addColumn<bool>("refused"); // Cancel at the save question
+    QTest::newRow("refused-exit-closes-dialog") << true << true;
+    QTest::newRow("exit-leaves-dialog-open") << true << false;
+    QTest::newRow("refused-window-close-closes-dialog") << false << true;
+    QTest::newRow("window-close-leaves-dialog-open") << false << false;
+}
+
+// A module placed with the mouse leaves the script changed, so the close asks
+// first; the untouched dialog neither clears nor answers for it.
+void tst_DialogsInFrame::closeWithDialogOpen()
+{
+    QFETCH(bool, program);
+    QFETCH(bool, refused);
     frmScriptViewer *w = activeViewer();
     ivr::setSelectedModuleType(3);
     QTest::mouseRelease(w->picMain(), Qt::LeftButton, {}, QPoint(100, 100));
     ivr::setSelectedModuleType(0);
     ivr::PropertyDialog *dialog = open(*w, 2);
-    m_messages->answer(QMessageBox::Cancel);
-    QVERIFY(!frame->close());
+    QPointer<ivr::PropertyDialog> alive(dialog);
+    QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
+    m_messages->answer(refused ? QMessageBox::Cancel : QMessageBox::No);
+    if (program)
+        QCOMPARE(shelltesting::closeFrame(), !refused);
+    else
+        frmAppMain::existing()->mdiArea()->activeSubWindow()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(m_messages->count(), 1);
     QVERIFY(m_messages->lastText().startsWith("Do you want to save changes you made to "));
-    QVERIFY(dialog->isVisible());
-    QVERIFY(w->Changed()); // the untouched dialog did not clear it
-    click(dialog, "cmdCancel");
-}
-
-void tst_DialogsInFrame::exitWithDialogOpenEndsCleanly()
-{
-    frmScriptViewer *w = activeViewer();
-    w->AddModule(3, 3000, 3000);
-    ivr::PropertyDialog *dialog = open(*w, 2);
-    QPointer<ivr::PropertyDialog> alive(dialog);
-    QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
-    m_messages->answer(QMessageBox::No);
-    QVERIFY(closeFrame());
-    QCOMPARE(completed.size(), 1);
-    QVERIFY(alive.isNull());
+    QCOMPARE(completed.size(), refused ? 0 : 1);
+    QCOMPARE(alive.isNull(), !refused);
+    if (refused) {
+        QVERIFY(w->Changed());
+        click(dialog, "cmdCancel");
+        return;
+    }
     const QWidgetList tops = QApplication::topLevelWidgets();
-    QVERIFY(std::none_of(tops.begin(), tops.end(), [](QWidget *top) { return top->isVisible(); }));
-}
-
-void tst_DialogsInFrame::closingWindowEndsItsDialog()
-{
-    frmScriptViewer *w = activeViewer();
-    ivr::setSelectedModuleType(3);
-    QTest::mouseRelease(w->picMain(), Qt::LeftButton, {}, QPoint(100, 100));
-    ivr::setSelectedModuleType(0);
-    ivr::PropertyDialog *dialog = open(*w, 2);
-    QPointer<ivr::PropertyDialog> alive(dialog);
-    QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
-    // A refused close leaves the dialog up.
-    m_messages->answer(QMessageBox::Cancel);
-    frmAppMain::existing()->mdiArea()->activeSubWindow()->close();
-    QVERIFY(dialog->isVisible());
-    QCOMPARE(completed.size(), 0);
-    m_messages->answer(QMessageBox::No);
-    frmAppMain::existing()->mdiArea()->activeSubWindow()->close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(completed.size(), 1);
-    QVERIFY(alive.isNull());
-    QVERIFY(frmAppMain::existing()->mdiArea()->subWindowList().isEmpty());
+    if (program)
+        QVERIFY(std::none_of(tops.begin(), tops.end(), [](QWidget *t) { return t->isVisible(); }));
+    else
+        QVERIFY(frmAppMain::existing()->mdiArea()->subWindowList().isEmpty());
 }
 
 QTEST_MAIN(tst_DialogsInFrame)

@@ -1,22 +1,18 @@
 #include "dialogtesting.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 #include "selectedmoduletype.h"
-
-#include <QSignalSpy>
 
 using namespace dialogtesting;
 
-// The contract every dialog keeps, worked through the Play dialog of a real
-// script window: the name check, the commit of exits and names, OK and
+// The contract every dialog keeps, worked mostly through the Play dialog of a
+// real script window: the name check, the commit of exits and names, OK and
 // Cancel, and a completion that comes once.
-class tst_PropertyDialog : public QObject
+class tst_PropertyDialog : public QObject, private Fixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { QVERIFY(setUp()); }
+    void cleanup() { tearDown(); }
     void nameCheck_data();
     void nameCheck();
     void renameReachesOnlyLinkedExits();
@@ -28,84 +24,72 @@ private slots:
     void completesOnce_data();
     void completesOnce();
     void secondPropertyOpensNothing();
-
-private:
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
 };
-
-void tst_PropertyDialog::init()
-{
-    m_folder = std::make_unique<ProgramFolder>();
-    QVERIFY(m_folder->isValid());
-    m_messages = std::make_unique<MessageRecorder>();
-}
-
-void tst_PropertyDialog::cleanup()
-{
-    m_messages.reset();
-    m_folder.reset();
-}
 
 void tst_PropertyDialog::nameCheck_data()
 {
-    QTest::addColumn<QStringList>("names"); // modules 2.. ("" leaves a hole); 2 is edited
+    QTest::addColumn<qint16>("type");   // of module 2, the one edited
+    QTest::addColumn<QString>("names"); // of modules 2.. split by "|" ("" leaves a hole)
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("said");
-    auto row = [](const char *name, QStringList names, const char *typed, const char *said) {
-        QTest::newRow(name) << names << QString::fromUtf8(typed) << QString::fromUtf8(said);
-    };
-    row("blanks-only-invalid", {"A"}, "   ", "Invalid Name");
-    row("reserved-invalid", {"A"}, "Common", "Invalid Name");
-    row("reserved-with-blanks-invalid", {"A"}, " Common ", "Invalid Name");
-    row("reserved-other-case-allowed", {"A"}, "common", "");
-    row("other-module-name-duplicate", {"A", "B"}, "B", "Duplicate Name");
-    row("fixed-module-name-duplicate", {"A"}, "End Call", "Duplicate Name");
-    row("other-case-not-duplicate", {"A", "B"}, "b", "");
-    row("trailing-blank-not-duplicate", {"A", "B"}, "B ", "");
-    row("unchanged-name-passes-beside-twin", {"A", "A"}, "A", "");
+    row("blanks-only-invalid", 3, {"A", "   ", "Invalid Name"});
+    row("reserved-invalid", 3, {"A", "Common", "Invalid Name"});
+    row("reserved-with-blanks-invalid", 3, {"A", " Common ", "Invalid Name"});
+    row("reserved-other-case-allowed", 3, {"A", "common", ""});
+    row("other-module-name-duplicate", 3, {"A|B", "B", "Duplicate Name"});
+    row("fixed-module-name-duplicate", 3, {"A", "End Call", "Duplicate Name"});
+    row("other-case-not-duplicate", 3, {"A|B", "b", ""});
+    row("trailing-blank-not-duplicate", 3, {"A|B", "B ", ""});
+    row("unchanged-name-passes-beside-twin", 3, {"A|A", "A", ""});
     // A gap at 3 doubles the scan to 6: 4 and 5 go unchecked.
-    row("duplicate-after-gap-unchecked", {"A", "", "C", "D", "E"}, "D", "");
-    row("duplicate-at-doubled-position-found", {"A", "", "C", "D", "E"}, "E", "Duplicate Name");
-    row("brackets-and-digits-allowed", {"A"}, "[9]", "");
+    row("duplicate-after-gap-unchecked", 3, {"A||C|D|E", "D", ""});
+    row("duplicate-at-doubled-position-found", 3, {"A||C|D|E", "E", "Duplicate Name"});
+    row("brackets-and-digits-allowed", 3, {"A", "[9]", ""});
+    row("condition-blank-name-passed", 13, {"A", "  ", "Invalid Name"});
+    row("email-duplicate-passed", 9, {"A|B", "B", "Duplicate Name"});
+    row("query-reserved-passed", 8, {"A", "Common", "Invalid Name"});
+    row("executable-duplicate-passed", 11, {"A", "End Call", "Duplicate Name"});
 }
 
 void tst_PropertyDialog::nameCheck()
 {
-    QFETCH(QStringList, names);
+    QFETCH(qint16, type);
+    QFETCH(QString, names);
     QFETCH(QString, typed);
     QFETCH(QString, said);
+    const QStringList modules = names.split('|');
     frmScriptViewer w;
-    for (const QString &name : names) {
-        w.AddModule(3, 3000, 3000);
-        const qint16 at = w.cmVorelModule().ubound();
-        module(w, at)->moduleData()->setName(name);
+    for (const QString &name : modules) {
+        w.AddModule(w.cmVorelModule().ubound() < 2 ? type : 3, 3000, 3000);
+        module(w, w.cmVorelModule().ubound())->moduleData()->setName(name);
     }
-    for (int i = 0; i < names.size(); ++i) {
-        if (names.at(i).isEmpty()) {
+    for (int i = 0; i < modules.size(); ++i) {
+        if (modules.at(i).isEmpty()) {
             m_messages->answer(QMessageBox::Yes);
             w.RemoveModule(qint16(2 + i));
         }
     }
     m_messages->clear();
+    const QJsonObject before = definitionOf(w, 2).storedValues();
     ivr::PropertyDialog *dialog = open(w, 2);
-    QVERIFY(dialog);
-    control<QLineEdit>(dialog, "txtModuleName")->setText(typed);
+    enter(dialog, "txtModuleName", typed);
+    enter(dialog, type == 3 ? "cboNext" : "cboSuccess", "End Call");
     click(dialog, "cmdOk");
     if (said.isEmpty()) {
         QCOMPARE(m_messages->count(), 0);
         QCOMPARE(module(w, 2)->moduleData()->Name(), typed); // blanks kept
         QVERIFY(w.isEnabled());
-    } else {
-        QCOMPARE(m_messages->count(), 1);
-        QCOMPARE(m_messages->lastText(), said);
-        QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
-        QCOMPARE(m_messages->messages().last().buttons, QMessageBox::Ok);
-        QVERIFY(dialog->isVisible()); // stays with what was typed
-        QCOMPARE(control<QLineEdit>(dialog, "txtModuleName")->text(), typed);
-        QCOMPARE(module(w, 2)->moduleData()->Name(), names.first());
-        click(dialog, "cmdCancel");
+        return;
     }
+    QCOMPARE(m_messages->count(), 1);
+    QCOMPARE(m_messages->lastText(), said);
+    QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
+    QCOMPARE(m_messages->messages().last().buttons, QMessageBox::Ok);
+    QVERIFY(dialog->isVisible()); // stays with what was typed
+    QCOMPARE(shownIn(dialog, "txtModuleName"), typed);
+    QCOMPARE(module(w, 2)->moduleData()->Name(), modules.first());
+    QCOMPARE(definitionOf(w, 2).storedValues(), before);
+    click(dialog, "cmdCancel");
 }
 
 void tst_PropertyDialog::renameReachesOnlyLinkedExits()
@@ -115,13 +99,13 @@ void tst_PropertyDialog::renameReachesOnlyLinkedExits()
     w.AddModule(3, 6000, 3000); // 3: names 2 in its exit but has no arrow to it
     module(w, 3)->moduleData()->definition().setNextModule(QStringLiteral("[2]"));
     ivr::PropertyDialog *connected = open(w, 0);
-    choose(connected, "cboCurrModule", "2");
+    enter(connected, "cboCurrModule", "2");
     click(connected, "cmdOk");
     QCOMPARE(exitOf(w, 0, "NextModule"), QStringLiteral("[2]"));
 
     ivr::PropertyDialog *dialog = open(w, 2);
     control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Welcome"));
-    choose(dialog, "cboNext", "End Call");
+    enter(dialog, "cboNext", "End Call");
     click(dialog, "cmdOk");
     QCOMPARE(module(w, 2)->Caption(), QStringLiteral("Welcome"));
     QCOMPARE(exitOf(w, 0, "NextModule"), QStringLiteral("[Welcome]"));
@@ -142,7 +126,7 @@ void tst_PropertyDialog::exitListsLeaveConnectedOut()
     module(w, 4)->setCaption(QStringLiteral("Twin"));
     module(w, 5)->setCaption(QStringLiteral("Twin"));
     m_messages->answer(QMessageBox::Yes);
-    w.RemoveModule(4); // a gap is passed over
+    w.RemoveModule(4);          // a gap is passed over
     w.AddModule(4, 3000, 3000); // back into 4, named "4"
     module(w, 4)->setCaption(QStringLiteral("Twin"));
     module(w, 2)->moduleData()->definition().setNextModule(QStringLiteral("[Twin]"));
@@ -171,7 +155,7 @@ void tst_PropertyDialog::cancelClearsChanged()
     ivr::PropertyDialog *dialog = open(w, 2);
     QVERIFY(!w.isEnabled());
     QVERIFY(dialog->isEnabled());
-    choose(dialog, "cboNext", "End Call");
+    enter(dialog, "cboNext", "End Call");
     control<QLineEdit>(dialog, "txtModuleName")->setText("Typed");
     click(dialog, "cmdCancel");
     QVERIFY(w.isEnabled());
