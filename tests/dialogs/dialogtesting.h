@@ -78,6 +78,32 @@ inline void row(const char *fault, qint16 type, std::initializer_list<const char
         data << QString(cell);
 }
 
+inline QString cell(const char *text)
+{
+    return QString(text);
+}
+template<typename T>
+const T &cell(const T &value)
+{
+    return value;
+}
+
+// A test row of any columns, text given as C strings; short enough for a
+// row to stay on one line.
+template<typename... Cells>
+void row(const char *fault, const Cells &...cells)
+{
+    (QTest::newRow(fault) << ... << cell(cells));
+}
+
+inline QStringList items(QComboBox *combo)
+{
+    QStringList texts;
+    for (int i = 0; i < combo->count(); ++i)
+        texts << combo->itemText(i);
+    return texts;
+}
+
 inline QStringList pairs(const QString &cell) // "a=1|b=2"
 {
     return cell.isEmpty() ? QStringList() : cell.split('|');

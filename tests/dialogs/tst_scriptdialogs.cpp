@@ -4,9 +4,21 @@
 #include "shelltesting.h"
 
 #include <QListWidget>
+#include <QRegularExpression>
 
 using namespace dialogtesting;
 using namespace scriptlevel;
+
+namespace {
+
+// "a", "b" and "c" stand for scripts in /srv/ivr; the list split by ",".
+QStringList scripts(QString list)
+{
+    list.replace(QRegularExpression("\\b([abc])\\b"), "/srv/ivr/\\1.ivr");
+    return list.isEmpty() ? QStringList() : list.split(',');
+}
+
+} // namespace
 
 // Associate Script and the script call module: the associated-script list
 // of CommonModule, edited, chosen from, saved and reopened.
@@ -44,7 +56,7 @@ private:
             return name;
         });
     }
-    // Works a dialog through "browse:path", "cancel-browse", "type:text",
+    // Works a dialog through "browse:path", "browse:", "type:text",
     // "add", "select:row", "delete", "ok" and "cancel".
     void work(QWidget *dialog, const QStringList &actions);
     ivr::Definition &common() { return activeViewer()->CommonModule()->definition(); }
@@ -70,8 +82,8 @@ void tst_ScriptDialogs::work(QWidget *dialog, const QStringList &actions)
     auto *list = control<QListWidget>(dialog, "LstScripts");
     for (const QString &action : actions) {
         const QString arg = action.section(':', 1);
-        if (action.startsWith("browse:") || action == "cancel-browse") {
-            answerPicker(action == "cancel-browse" ? std::nullopt : std::optional(arg));
+        if (action.startsWith("browse:")) { // with no name it cancels
+            answerPicker(arg.isEmpty() ? std::nullopt : std::optional(arg));
             click(dialog, "cmdBrowse");
         } else if (action.startsWith("type:")) {
             control<QLineEdit>(dialog, "TxtScriptName")->setText(arg);
@@ -91,69 +103,52 @@ void tst_ScriptDialogs::work(QWidget *dialog, const QStringList &actions)
 
 void tst_ScriptDialogs::associateEdits_data()
 {
-    QTest::addColumn<QStringList>("stored");
-    QTest::addColumn<QStringList>("actions");
-    QTest::addColumn<QStringList>("written");
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("actions");
+    QTest::addColumn<QString>("written");
     QTest::addColumn<bool>("edited");
-    QTest::addColumn<QStringList>("said");
-    const QString a = "/srv/ivr/a.ivr", b = "/srv/ivr/b.ivr", c = "/srv/ivr/c.ivr";
-    QTest::newRow("typed-before-browse-not-added")
-            << QStringList{} << QStringList{"type:" + a, "add", "ok"} << QStringList{} << false
-            << QStringList{};
-    QTest::newRow("second-add-adds-empty-row")
-            << QStringList{} << QStringList{"browse:" + a, "add", "add", "ok"} << QStringList{a, ""}
-            << true << QStringList{};
-    QTest::newRow("typed-over-browse-added-as-typed")
-            << QStringList{a} << QStringList{"browse:" + b, "type: " + c, "add", "ok"}
-            << QStringList{a, " " + c} << true << QStringList{};
-    QTest::newRow("cancelled-browse-brings-last-pick-back")
-            << QStringList{} << QStringList{"browse:" + a, "add", "cancel-browse", "add", "ok"}
-            << QStringList{a, a} << true << QStringList{};
-    QTest::newRow("browse-alone-is-no-edit") << QStringList{a} << QStringList{"browse:" + b, "ok"}
-                                             << QStringList{a} << false << QStringList{};
-    QTest::newRow("delete-removes-selected-row")
-            << QStringList{a, b, c} << QStringList{"select:1", "delete", "ok"} << QStringList{a, c}
-            << true << QStringList{};
-    QTest::newRow("delete-leaves-no-row-selected")
-            << QStringList{a, b, c} << QStringList{"select:0", "delete", "delete", "ok"}
-            << QStringList{b, c} << true << QStringList{"Select script"};
-    QTest::newRow("delete-without-rows-says-so")
-            << QStringList{} << QStringList{"delete", "ok"} << QStringList{} << false
-            << QStringList{"Select script"};
-    QTest::newRow("equal-names-all-rewritten")
-            << QStringList{a, b, a} << QStringList{"select:1", "delete", "ok"} << QStringList{a, a}
-            << true << QStringList{};
-    QTest::newRow("equal-names-one-deleted")
-            << QStringList{a, a, a} << QStringList{"select:2", "delete", "browse:" + b, "add", "ok"}
-            << QStringList{a, a, b} << true << QStringList{};
-    QTest::newRow("cancel-writes-nothing")
-            << QStringList{a} << QStringList{"browse:" + b, "add", "select:0", "delete", "cancel"}
-            << QStringList{a} << false << QStringList{};
+    QTest::addColumn<bool>("told"); // "Select script" said
+    row("typed-before-browse-not-added", "", "type:a,add,ok", "", false, false);
+    row("second-add-adds-empty-row", "", "browse:a,add,add,ok", "a,", true, false);
+    row("typed-over-browse-added-as-typed", "a", "browse:b,type: c,add,ok", "a, c", true, false);
+    row("cancelled-browse-forgets-pick", "", "browse:a,add,browse:,add,ok", "a,a", true, false);
+    row("browse-alone-is-no-edit", "a", "browse:b,ok", "a", false, false);
+    row("delete-removes-selected-row", "a,b,c", "select:1,delete,ok", "a,c", true, false);
+    row("delete-leaves-no-row-selected", "a,b,c", "select:0,delete,delete,ok", "b,c", true, true);
+    row("delete-without-rows-says-so", "", "delete,ok", "", false, true);
+    row("equal-names-all-rewritten", "a,b,a", "select:1,delete,ok", "a,a", true, false);
+    row("equal-names-one-deleted",
+        "a,a,a",
+        "select:2,delete,browse:b,add,ok",
+        "a,a,b",
+        true,
+        false);
+    row("cancel-writes-nothing", "a", "browse:b,add,select:0,delete,cancel", "a", false, false);
 }
 
 void tst_ScriptDialogs::associateEdits()
 {
-    QFETCH(QStringList, stored);
-    QFETCH(QStringList, actions);
-    QFETCH(QStringList, written);
+    QFETCH(QString, stored);
+    QFETCH(QString, actions);
+    QFETCH(QString, written);
     QFETCH(bool, edited);
-    QFETCH(QStringList, said);
-    store(stored);
+    QFETCH(bool, told);
+    store(scripts(stored));
     ivr::PropertyDialog *dialog = openAssociateScript();
     QVERIFY(dialog);
     QSignalSpy completed(dialog, &ivr::PropertyDialog::CompleteEdit);
-    work(dialog, actions);
+    work(dialog, scripts(actions));
     QCOMPARE(completed.size(), 1);
     QCOMPARE(completed.at(0).at(1).toBool(), edited);
-    QCOMPARE(common().scriptNames(), written);
-    QCOMPARE(common().ScriptCount(), written.size());
+    QCOMPARE(common().scriptNames(), scripts(written));
+    QCOMPARE(common().ScriptCount(), scripts(written).size());
     QStringList messages;
     for (const ivr::MsgBox::Message &m : m_messages->messages()) {
         QCOMPARE(m.icon, QMessageBox::NoIcon);
         QCOMPARE(m.buttons, QMessageBox::Ok);
         messages << m.text;
     }
-    QCOMPARE(messages, said);
+    QCOMPARE(messages, told ? QStringList{"Select script"} : QStringList());
 }
 
 void tst_ScriptDialogs::associateOpensFromMenu_data()
@@ -182,13 +177,13 @@ void tst_ScriptDialogs::associateOpensFromMenu()
     QVERIFY(!control(dialog, "cmdWaveFiles")->isVisible());
     auto *list = control<QListWidget>(dialog, "LstScripts");
     QCOMPARE(list->count(), 2);
-    QCOMPARE(list->item(0)->text(), QStringLiteral("/srv/ivr/b.ivr"));
+    QCOMPARE(list->item(0)->text(), QStringLiteral("/srv/ivr/b.ivr")); // in stored order
     QVERIFY(list->selectedItems().isEmpty());
 
     // Its own picker: the main window's shared one is left alone.
     ivr::CommonDialog &shared = w->commonDialog();
     shared.DialogTitle = QStringLiteral("Save");
-    work(dialog, {"browse:/srv/ivr/c.ivr", "cancel-browse"});
+    work(dialog, {"browse:/srv/ivr/c.ivr", "browse:"});
     QCOMPARE(m_pickerSeen,
              QStringLiteral("Open Brindlewave IVR Script |Brindlewave IVR Script (*.ivr) |*.ivr"
                             "|/srv/ivr/c.ivr|81000|0"));
@@ -201,25 +196,25 @@ void tst_ScriptDialogs::associateOpensFromMenu()
 
 void tst_ScriptDialogs::scriptCallSelects_data()
 {
-    QTest::addColumn<QStringList>("list");
+    QTest::addColumn<QString>("names");
     QTest::addColumn<QString>("own");
     QTest::addColumn<int>("selected");
-    const QString a = "/srv/ivr/a.ivr", b = "/srv/ivr/b.ivr";
-    QTest::newRow("exact-match-selected") << QStringList{a, b} << b << 1;
-    QTest::newRow("last-of-equal-rows-wins") << QStringList{a, b, a} << a << 2;
-    QTest::newRow("case-differs-no-selection") << QStringList{a} << a.toUpper() << -1;
-    QTest::newRow("blank-differs-no-selection") << QStringList{a} << a + " " << -1;
-    QTest::newRow("script-gone-no-selection") << QStringList{b} << a << -1;
-    QTest::newRow("no-scripts-empty-list") << QStringList{} << a << -1;
+    row("exact-match-selected", "a,b", "/srv/ivr/b.ivr", 1);
+    row("last-of-equal-rows-wins", "a,b,a", "/srv/ivr/a.ivr", 2);
+    row("case-differs-no-selection", "a", "/SRV/IVR/A.IVR", -1);
+    row("blank-differs-no-selection", "a", "/srv/ivr/a.ivr ", -1);
+    row("script-gone-no-selection", "b", "/srv/ivr/a.ivr", -1);
+    row("no-scripts-empty-list", "", "/srv/ivr/a.ivr", -1);
 }
 
 // OK right after the opening writes what the list shows: the name box has
 // already marked the dialog as edited.
 void tst_ScriptDialogs::scriptCallSelects()
 {
-    QFETCH(QStringList, list);
+    QFETCH(QString, names);
     QFETCH(QString, own);
     QFETCH(int, selected);
+    const QStringList list = scripts(names);
     store(list);
     frmScriptViewer *w = activeViewer();
     const qint16 index = addScriptCall(own);
@@ -227,9 +222,7 @@ void tst_ScriptDialogs::scriptCallSelects()
     QVERIFY(dialog);
     QCOMPARE(dialog->windowTitle(), QString::number(index));
     auto *combo = control<QComboBox>(dialog, "cboScripts");
-    QCOMPARE(combo->count(), list.size());
-    for (int i = 0; i < list.size(); ++i)
-        QCOMPARE(combo->itemText(i), list.at(i));
+    QCOMPARE(items(combo), list);
     QCOMPARE(combo->currentIndex(), selected);
     QVERIFY(dialog->Edited());
     click(dialog, "cmdOk");
@@ -239,7 +232,7 @@ void tst_ScriptDialogs::scriptCallSelects()
 
 void tst_ScriptDialogs::scriptCallCommitsOnlyItsOwn()
 {
-    store({"/srv/ivr/a.ivr", "/srv/ivr/b.ivr"});
+    store(scripts("a,b"));
     frmScriptViewer *w = activeViewer();
     const qint16 call = addScriptCall(QString());
     const qint16 play = w->NextFreeModule();
@@ -255,7 +248,7 @@ void tst_ScriptDialogs::scriptCallCommitsOnlyItsOwn()
     QCOMPARE(m_messages->lastText(), QStringLiteral("Invalid Name"));
     QVERIFY(dialog->isVisible());
     control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Billing"));
-    choose(dialog, "cboScripts", "/srv/ivr/b.ivr");
+    enter(dialog, "cboScripts", "/srv/ivr/b.ivr");
     click(dialog, "cmdOk");
     const ivr::ModuleDataPtr data = module(*w, call)->moduleData();
     QCOMPARE(data->Name(), QStringLiteral("Billing"));
@@ -271,40 +264,38 @@ void tst_ScriptDialogs::scriptCallCommitsOnlyItsOwn()
 
 void tst_ScriptDialogs::scriptCallAddNew_data()
 {
-    QTest::addColumn<QStringList>("actions");
+    QTest::addColumn<QString>("actions");
     QTest::addColumn<int>("selected");
     QTest::addColumn<int>("rows");
-    QTest::newRow("change-refills-without-selection")
-            << QStringList{"browse:/srv/ivr/c.ivr", "add", "ok"} << -1 << 3;
-    QTest::newRow("cancel-keeps-selection")
-            << QStringList{"select:0", "delete", "cancel"} << 1 << 2;
-    QTest::newRow("ok-unchanged-keeps-selection") << QStringList{"ok"} << 1 << 2;
+    row("change-refills-without-selection", "browse:c,add,ok", -1, 3);
+    row("cancel-keeps-selection", "select:0,delete,cancel", 1, 2);
+    row("ok-unchanged-keeps-selection", "ok", 1, 2);
 }
 
 void tst_ScriptDialogs::scriptCallAddNew()
 {
-    QFETCH(QStringList, actions);
+    QFETCH(QString, actions);
     QFETCH(int, selected);
     QFETCH(int, rows);
-    store({"/srv/ivr/a.ivr", "/srv/ivr/b.ivr"});
+    store(scripts("a,b"));
     frmScriptViewer *w = activeViewer();
     const qint16 call = addScriptCall("/srv/ivr/b.ivr");
-    ivr::PropertyDialog *scripts = open(*w, call);
-    click(scripts, "CmdAddNew");
+    ivr::PropertyDialog *callDialog = open(*w, call);
+    click(callDialog, "CmdAddNew");
     ivr::PropertyDialog *associate = shown("FrmCommon");
     QVERIFY(associate);
     QCOMPARE(associate->parentWidget(), frmAppMain::existing());
-    QVERIFY(!scripts->isEnabled());
+    QVERIFY(!callDialog->isEnabled());
     QVERIFY(!w->isEnabled());
     // Not the window's own Associate Script: the window hears nothing of it.
     QVERIFY(!w->openDialog("FrmCommon"));
-    work(associate, actions);
-    QVERIFY(scripts->isEnabled());
+    work(associate, scripts(actions));
+    QVERIFY(callDialog->isEnabled());
     QVERIFY(!w->isEnabled());
-    auto *combo = control<QComboBox>(scripts, "cboScripts");
+    auto *combo = control<QComboBox>(callDialog, "cboScripts");
     QCOMPARE(combo->count(), rows);
     QCOMPARE(combo->currentIndex(), selected);
-    click(scripts, "cmdOk");
+    click(callDialog, "cmdOk");
     QVERIFY(w->isEnabled());
     QCOMPARE(module(*w, call)->moduleData()->definition().ScriptName(),
              selected >= 0 ? QStringLiteral("/srv/ivr/b.ivr") : QString());
@@ -316,18 +307,9 @@ void tst_ScriptDialogs::listSurvivesSaveAndReopen()
     const QString path = m_folder->file("main.ivr");
     frmScriptViewer *w = activeViewer();
     ivr::PropertyDialog *dialog = openAssociateScript();
-    work(dialog,
-         {"browse:" + b,
-          "add",
-          "browse:" + a,
-          "add",
-          "browse:" + b,
-          "add",
-          "browse:" + a,
-          "add",
-          "select:2",
-          "delete",
-          "ok"});
+    for (const QString &pick : {b, a, b, a})
+        work(dialog, {"browse:" + pick, "add"});
+    work(dialog, {"select:2", "delete", "ok"});
     QCOMPARE(common().scriptNames(), QStringList({b, a, a}));
     const qint16 call = addScriptCall(QString());
     w->setFileName(path);
@@ -356,12 +338,9 @@ void tst_ScriptDialogs::helpKeyOpensTopic_data()
 {
     QTest::addColumn<QString>("dialogClass");
     QTest::addColumn<QString>("topic");
-    QTest::newRow("associate-script-topic") << "FrmCommon"
-                                            << "bdw_d_scripts.htm";
-    QTest::newRow("script-call-topic") << "FrmScripts"
-                                       << "bdw_d_scripts.htm";
-    QTest::newRow("wave-table-topic") << "frmWaveFile"
-                                      << "bdw_d_wavefiles.htm";
+    row("associate-script-topic", "FrmCommon", "bdw_d_scripts.htm");
+    row("script-call-topic", "FrmScripts", "bdw_d_scripts.htm");
+    row("wave-table-topic", "frmWaveFile", "bdw_d_wavefiles.htm");
 }
 
 void tst_ScriptDialogs::helpKeyOpensTopic()
