@@ -178,7 +178,6 @@ inline QString exitOf(frmScriptViewer &w, qint16 i, const char *key)
     return definitionOf(w, i).Properties(key).Value().toString();
 }
 
-// The names of the modules the arrows from one lead to, sorted.
 // A script with the dialog's module at 2 and two Play modules, "3" and "4",
 // to lead to.
 inline void addModules(frmScriptViewer &w, qint16 type)
@@ -186,17 +185,6 @@ inline void addModules(frmScriptViewer &w, qint16 type)
     w.AddModule(type, 3000, 3000);
     w.AddModule(3, 6000, 3000);
     w.AddModule(3, 6000, 6000);
-}
-
-inline QStringList linkedTargets(frmScriptViewer &w, qint16 from)
-{
-    QStringList targets;
-    for (qint16 j = 0; j <= w.cmVorelModule().ubound(); ++j) {
-        if (w.DrawLine().LineMatrix(from, j) > 0)
-            targets << module(w, j)->moduleData()->Name();
-    }
-    targets.sort();
-    return targets;
 }
 
 // The named stops met along the focus chain from the first of names, as many
