@@ -42,7 +42,6 @@ private slots:
     void scriptCallCommitsOnlyItsOwn();
     void scriptCallAddNew_data();
     void scriptCallAddNew();
-    void listSurvivesSaveAndReopen();
     void helpKeyOpensTopic_data();
     void helpKeyOpensTopic();
 
@@ -299,39 +298,6 @@ void tst_ScriptDialogs::scriptCallAddNew()
     QVERIFY(w->isEnabled());
     QCOMPARE(module(*w, call)->moduleData()->definition().ScriptName(),
              selected >= 0 ? QStringLiteral("/srv/ivr/b.ivr") : QString());
-}
-
-void tst_ScriptDialogs::listSurvivesSaveAndReopen()
-{
-    const QString a = m_folder->file("a.ivr"), b = m_folder->file("b.ivr");
-    const QString path = m_folder->file("main.ivr");
-    frmScriptViewer *w = activeViewer();
-    ivr::PropertyDialog *dialog = openAssociateScript();
-    for (const QString &pick : {b, a, b, a})
-        work(dialog, {"browse:" + pick, "add"});
-    work(dialog, {"select:2", "delete", "ok"});
-    QCOMPARE(common().scriptNames(), QStringList({b, a, a}));
-    const qint16 call = addScriptCall(QString());
-    w->setFileName(path);
-    QVERIFY(w->SaveScript(false));
-
-    frmScriptViewer *reopened = frmAppMain::existing()->NewScriptWindow();
-    reopened->OpenScript(path);
-    QCOMPARE(reopened->CommonModule()->definition().scriptNames(), QStringList({b, a, a}));
-    dialog = open(*reopened, call);
-    QVERIFY(dialog);
-    auto *combo = control<QComboBox>(dialog, "cboScripts");
-    QCOMPARE(combo->count(), 3);
-    combo->setCurrentIndex(1);
-    click(dialog, "cmdOk");
-    QVERIFY(reopened->SaveScript(false));
-
-    frmScriptViewer *third = frmAppMain::existing()->NewScriptWindow();
-    third->OpenScript(path);
-    QCOMPARE(module(*third, call)->moduleData()->definition().ScriptName(), a);
-    dialog = open(*third, call);
-    QCOMPARE(control<QComboBox>(dialog, "cboScripts")->currentIndex(), 2); // the last "a"
-    click(dialog, "cmdCancel");
 }
 
 void tst_ScriptDialogs::helpKeyOpensTopic_data()

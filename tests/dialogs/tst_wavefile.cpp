@@ -37,9 +37,9 @@ QStringList tableOf(const ivr::Definition &d)
 
 } // namespace
 
-// Select Wave Files: the script's spoken-number table, its odd edit rules,
-// audition through the test daemon's null sink, and the round trip through
-// a saved script.
+// Select Wave Files: the script's spoken-number table and its odd edit rules;
+// what it and a module's Play button sound through the test daemon's null
+// sink.
 class tst_WaveFile : public QObject, private Fixture
 {
     Q_OBJECT
@@ -61,7 +61,9 @@ private slots:
     void editsReachTheTable_data();
     void editsReachTheTable();
     void browseAsksThePicker();
-    void fillsPlaysSavesAndReopens();
+    void fillsAndPlays();
+    void playDialogSounds_data();
+    void playDialogSounds();
 
 private:
     void answerPicker(std::optional<QString> name)
@@ -282,7 +284,7 @@ void tst_WaveFile::browseAsksThePicker()
                           "Select Wav File" + wav + "|81000"}));
 }
 
-void tst_WaveFile::fillsPlaysSavesAndReopens()
+void tst_WaveFile::fillsAndPlays()
 {
     QVERIFY2(qEnvironmentVariableIsSet("PULSE_SERVER"), "run through ctest: needs the test daemon");
     const QStringList numbers = numberPrompts();
@@ -293,7 +295,6 @@ void tst_WaveFile::fillsPlaysSavesAndReopens()
     for (const QString &file : numbers + months + QStringList{beep})
         QVERIFY2(QFileInfo::exists(file), qPrintable(file));
 
-    frmScriptViewer *w = activeViewer();
     bool numberHeard = false, monthHeard = false;
     QVERIFY(withWaveFiles([&](ivr::PropertyDialog *dialog) {
         // Play takes the box as it stands, trimmed, whatever the slot.
@@ -317,23 +318,39 @@ void tst_WaveFile::fillsPlaysSavesAndReopens()
     QVERIFY(numberHeard);
     QVERIFY(monthHeard);
     QCOMPARE(m_messages->lastText(), QStringLiteral("File Not Found "));
-    const QStringList table = numbers + months + QStringList{beep};
-    QCOMPARE(tableOf(common()), table);
+    QCOMPARE(tableOf(common()), numbers + months + QStringList{beep});
+}
 
-    const QString path = m_folder->file("numbers.ivr");
-    w->setFileName(path);
-    QVERIFY(w->SaveScript(false));
-    frmScriptViewer *reopened = frmAppMain::existing()->NewScriptWindow();
-    reopened->OpenScript(path);
-    QCOMPARE(tableOf(reopened->CommonModule()->definition()), table);
-    QCOMPARE(activeViewer(), reopened);
-    QStringList shown;
-    QVERIFY(withWaveFiles([&](ivr::PropertyDialog *dialog) {
-        work(dialog, {"number:Hundred", "month:Month 12"});
-        for (const char *box : {"txtWaveFile", "txtMonthFile", "txtBeepFile"})
-            shown << control<QLineEdit>(dialog, box)->text();
-    }));
-    QCOMPARE(shown, QStringList({numbers.at(28), months.at(11), beep}));
+void tst_WaveFile::playDialogSounds_data()
+{
+    QTest::addColumn<bool>("spoken");
+    QTest::addColumn<QString>("wave");
+    QTest::addColumn<QString>("said");
+    row("speaks-the-text", true, "", "");
+    row("plays-the-wave-trimmed", false, qPrintable("  " + Sounds + "beep.wav "), "");
+    row("missing-wave-said", false, "/no/such.wav", "File Not Found ");
+}
+
+// The Play button of a module's dialog sounds what its boxes hold, and ends
+// and edits nothing.
+void tst_WaveFile::playDialogSounds()
+{
+    QFETCH(bool, spoken);
+    QFETCH(QString, wave);
+    QFETCH(QString, said);
+    QVERIFY2(qEnvironmentVariableIsSet("PULSE_SERVER"), "run through ctest: needs the test daemon");
+    frmScriptViewer *w = activeViewer();
+    w->AddModule(3, 3000, 3000);
+    ivr::Definition &d = module(*w, 2)->moduleData()->definition();
+    d.setisTextMsg(spoken);
+    d.setTextToPlay(QStringLiteral("Press one for billing."));
+    d.setFileName(wave);
+    ivr::PropertyDialog *dialog = open(*w, 2);
+    QCOMPARE(heard(dialog, "cmdPlay"), said.isEmpty());
+    QCOMPARE(m_messages->lastText(), said);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!dialog->Edited());
+    click(dialog, "cmdCancel");
 }
 
 QTEST_MAIN(tst_WaveFile)
