@@ -88,30 +88,24 @@ private:
 
 void tst_WaveFile::work(QWidget *dialog, const QStringList &actions)
 {
-    const auto box = [dialog](const QString &which) {
-        return control<QLineEdit>(dialog,
-                                  which == "number"  ? "txtWaveFile"
-                                  : which == "month" ? "txtMonthFile"
-                                                     : "txtBeepFile");
-    };
+    // Each row's box, combo and browse button.
+    const QHash<QString, QStringList> rows{
+            {"number", {"txtWaveFile", "cboNumber", "cmdBrowse"}},
+            {"month", {"txtMonthFile", "cboMonth", "cmdBrowseMonth"}},
+            {"beep", {"txtBeepFile", "", "cmdBrowseBeep"}}};
     for (const QString &action : actions) {
-        const QString verb = action.section(':', 0, 0);
-        const QString arg = action.section(':', 1);
+        const QString verb = action.section(':', 0, 0), arg = action.section(':', 1);
+        const QStringList row = rows.value(verb.section('-', -1));
         if (verb == "number" || verb == "month") {
-            enter(dialog, verb == "number" ? "cboNumber" : "cboMonth", arg);
+            enter(dialog, row[1], arg);
         } else if (verb.startsWith("type-")) {
-            box(verb.mid(5))->setText(arg);
+            enter(dialog, row[0], arg);
         } else if (verb.startsWith("browse-")) {
             answerPicker(arg.isEmpty() ? std::nullopt : std::optional(arg));
-            const QString which = verb.mid(7);
-            control<QPushButton>(dialog,
-                                 which == "number"  ? "cmdBrowse"
-                                 : which == "month" ? "cmdBrowseMonth"
-                                                    : "cmdBrowseBeep")
-                    ->click();
+            control<QPushButton>(dialog, qPrintable(row[2]))->click();
         } else if (verb == "click-month") {
-            QTest::mouseClick(box("month"), Qt::LeftButton);
-        } else {
+            QTest::mouseClick(control(dialog, "txtMonthFile"), Qt::LeftButton);
+        } else { // the wave table goes only when its modal loop ends
             control<QPushButton>(dialog, verb == "ok" ? "cmdOk" : "cmdCancel")->click();
         }
     }
