@@ -70,14 +70,6 @@ inline void click(QWidget *dialog, const char *button)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-// A test row of a module type and text columns; nullptr is a null text.
-inline void row(const char *fault, qint16 type, std::initializer_list<const char *> cells)
-{
-    QTestData &data = QTest::newRow(fault) << type;
-    for (const char *cell : cells)
-        data << QString(cell);
-}
-
 inline QString cell(const char *text)
 {
     return QString(text);
@@ -171,11 +163,6 @@ inline VorelModule *module(frmScriptViewer &w, qint16 i)
 inline ivr::Definition &definitionOf(frmScriptViewer &w, qint16 i)
 {
     return module(w, i)->moduleData()->definition();
-}
-
-inline QString exitOf(frmScriptViewer &w, qint16 i, const char *key)
-{
-    return definitionOf(w, i).Properties(key).Value().toString();
 }
 
 // A script with the dialog's module at 2 and two Play modules, "3" and "4",

@@ -343,7 +343,7 @@ void tst_DialogsInFrame::scriptCallCommitsOnlyItsOwn()
     // and the unsaved-changes flag stay as they were.
     QVERIFY(w->isEnabled());
     QCOMPARE(module(*w, call)->Caption(), QString::number(call));
-    QCOMPARE(exitOf(*w, play, "NextModule"), target);
+    QCOMPARE(definitionOf(*w, play).value("NextModule").toString(), target);
     QVERIFY(!w->Changed());
     QCOMPARE(common().scriptNames(), QStringList({"/srv/ivr/a.ivr", "/srv/ivr/b.ivr"}));
 }

@@ -361,7 +361,8 @@ void tst_ModuleDialogs::exitRows()
     enter(dialog, combo, QStringLiteral("4"));
     click(dialog, "cmdOk");
     for (const QString &exit : ivr::ExitTables::keys(type, ivr::ExitWalk::DialogWrites))
-        QCOMPARE(exitOf(w, 2, qPrintable(exit)), exit == key ? QStringLiteral("[4]") : QString());
+        QCOMPARE(definitionOf(w, 2).value(exit).toString(),
+                 exit == key ? QStringLiteral("[4]") : QString());
     QCOMPARE(w.DrawLine().LineMatrix(2, 3), qint16(0));
     QVERIFY(w.DrawLine().LineMatrix(2, 4) > 0);
 }
@@ -421,7 +422,7 @@ void tst_ModuleDialogs::connectDecidesAtOk()
     for (const QString &choice : pairs(choices))
         enter(dialog, "cboCurrModule", choice);
     click(dialog, "cmdOk");
-    QCOMPARE(exitOf(w, 0, "NextModule"), written);
+    QCOMPARE(definitionOf(w, 0).value("NextModule").toString(), written);
     QCOMPARE(w.Changed(), changed);
     if (changed) {
         const qint16 arrow = w.DrawLine().LineMatrix(0, 2);
@@ -446,7 +447,7 @@ void tst_ModuleDialogs::endOnlyEnablesWindow()
 
 void tst_ModuleDialogs::browse_data()
 {
-    QTest::addColumn<qint16>("type");      // End Call 0 at 1, or a module at 2
+    QTest::addColumn<int>("type");         // End Call 0 at 1, or a module at 2
     QTest::addColumn<QString>("playPick"); // picked in Play first, "" for no use
     QTest::addColumn<QString>("answer");   // "" cancels
     QTest::addColumn<QString>("before");
@@ -461,27 +462,21 @@ void tst_ModuleDialogs::browse_data()
     const char *attachment = "|All Files (*.*)|*.*|All Files (*)||81000|1";
     const char *attachmentAfterPlay
             = "Select Wav File|All Files (*.*)|*.*|All Files (*)|/a.wav|81000|1";
-    row("end-same-file-leaves-clean", qint16(0), "", "/a.wav", "/a.wav", "/a.wav", wav);
-    row("end-other-file-lost", qint16(0), "", "/b.wav", "/a.wav", "/b.wav", wav);
-    row("end-cancel-over-empty-edits", qint16(0), "", "", "", "", wav);
-    row("end-cancel-keeps-filled-box", qint16(0), "", "", "/a.wav", "", wav);
-    row("program-choice-lost", qint16(11), "", "/bin/env", "", "/bin/env", exe);
-    row("program-cancel-drops-last-name",
-        qint16(11),
-        "/a.wav",
-        "",
-        "/bin/a",
-        "/a.wav",
-        exeAfterPlay);
-    row("email-cancel-drops-last-name", qint16(9), "/a.wav", "", "", "/a.wav", attachmentAfterPlay);
-    row("email-first-cancel-leaves-old-text", qint16(9), "", "", "/old.pdf", "", attachment);
-    row("email-choice-lost", qint16(9), "/a.wav", "/b.pdf", "", "/b.pdf", attachmentAfterPlay);
+    row("end-same-file-leaves-clean", 0, "", "/a.wav", "/a.wav", "/a.wav", wav);
+    row("end-other-file-lost", 0, "", "/b.wav", "/a.wav", "/b.wav", wav);
+    row("end-cancel-over-empty-edits", 0, "", "", "", "", wav);
+    row("end-cancel-keeps-filled-box", 0, "", "", "/a.wav", "", wav);
+    row("program-choice-lost", 11, "", "/bin/env", "", "/bin/env", exe);
+    row("program-cancel-drops-last-name", 11, "/a.wav", "", "/bin/a", "/a.wav", exeAfterPlay);
+    row("email-cancel-drops-last-name", 9, "/a.wav", "", "", "/a.wav", attachmentAfterPlay);
+    row("email-first-cancel-leaves-old-text", 9, "", "", "/old.pdf", "", attachment);
+    row("email-choice-lost", 9, "/a.wav", "/b.pdf", "", "/b.pdf", attachmentAfterPlay);
 }
 
 // The picker's answer reaches the box, the stored value and the edit mark.
 void tst_ModuleDialogs::browse()
 {
-    QFETCH(qint16, type);
+    QFETCH(int, type);
     QFETCH(QString, playPick);
     QFETCH(QString, answer);
     QFETCH(QString, before);
@@ -490,7 +485,7 @@ void tst_ModuleDialogs::browse()
     const QString key = type == 9 ? "Attachment" : "FileName";
     const qint16 at = type == 0 ? 1 : 2;
     frmScriptViewer w;
-    addModules(w, type == 0 ? 3 : type);
+    addModules(w, qint16(type == 0 ? 3 : type));
     definitionOf(w, at).setisTextMsg(false);
     definitionOf(w, at).setValue(key, before);
     answerPicker();

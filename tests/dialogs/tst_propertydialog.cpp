@@ -25,39 +25,39 @@ private slots:
 
 void tst_PropertyDialog::nameCheck_data()
 {
-    QTest::addColumn<qint16>("type");   // of module 2, the one edited
+    QTest::addColumn<int>("type");      // of module 2, the one edited
     QTest::addColumn<QString>("names"); // of modules 2.. split by "|" ("" leaves a hole)
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("said");
-    row("blanks-only-invalid", 3, {"A", "   ", "Invalid Name"});
-    row("reserved-invalid", 3, {"A", "Common", "Invalid Name"});
-    row("reserved-with-blanks-invalid", 3, {"A", " Common ", "Invalid Name"});
-    row("reserved-other-case-allowed", 3, {"A", "common", ""});
-    row("other-module-name-duplicate", 3, {"A|B", "B", "Duplicate Name"});
-    row("fixed-module-name-duplicate", 3, {"A", "End Call", "Duplicate Name"});
-    row("other-case-not-duplicate", 3, {"A|B", "b", ""});
-    row("trailing-blank-not-duplicate", 3, {"A|B", "B ", ""});
-    row("unchanged-name-passes-beside-twin", 3, {"A|A", "A", ""});
+    row("blanks-only-invalid", 3, "A", "   ", "Invalid Name");
+    row("reserved-invalid", 3, "A", "Common", "Invalid Name");
+    row("reserved-with-blanks-invalid", 3, "A", " Common ", "Invalid Name");
+    row("reserved-other-case-allowed", 3, "A", "common", "");
+    row("other-module-name-duplicate", 3, "A|B", "B", "Duplicate Name");
+    row("fixed-module-name-duplicate", 3, "A", "End Call", "Duplicate Name");
+    row("other-case-not-duplicate", 3, "A|B", "b", "");
+    row("trailing-blank-not-duplicate", 3, "A|B", "B ", "");
+    row("unchanged-name-passes-beside-twin", 3, "A|A", "A", "");
     // A gap at 3 doubles the scan to 6: 4 and 5 go unchecked.
-    row("duplicate-after-gap-unchecked", 3, {"A||C|D|E", "D", ""});
-    row("duplicate-at-doubled-position-found", 3, {"A||C|D|E", "E", "Duplicate Name"});
-    row("brackets-and-digits-allowed", 3, {"A", "[9]", ""});
-    row("condition-blank-name-passed", 13, {"A", "  ", "Invalid Name"});
-    row("email-duplicate-passed", 9, {"A|B", "B", "Duplicate Name"});
-    row("query-reserved-passed", 8, {"A", "Common", "Invalid Name"});
-    row("executable-duplicate-passed", 11, {"A", "End Call", "Duplicate Name"});
+    row("duplicate-after-gap-unchecked", 3, "A||C|D|E", "D", "");
+    row("duplicate-at-doubled-position-found", 3, "A||C|D|E", "E", "Duplicate Name");
+    row("brackets-and-digits-allowed", 3, "A", "[9]", "");
+    row("condition-blank-name-passed", 13, "A", "  ", "Invalid Name");
+    row("email-duplicate-passed", 9, "A|B", "B", "Duplicate Name");
+    row("query-reserved-passed", 8, "A", "Common", "Invalid Name");
+    row("executable-duplicate-passed", 11, "A", "End Call", "Duplicate Name");
 }
 
 void tst_PropertyDialog::nameCheck()
 {
-    QFETCH(qint16, type);
+    QFETCH(int, type);
     QFETCH(QString, names);
     QFETCH(QString, typed);
     QFETCH(QString, said);
     const QStringList modules = names.split('|');
     frmScriptViewer w;
     for (const QString &name : modules) {
-        w.AddModule(w.cmVorelModule().ubound() < 2 ? type : 3, 3000, 3000);
+        w.AddModule(qint16(w.cmVorelModule().ubound() < 2 ? type : 3), 3000, 3000);
         module(w, w.cmVorelModule().ubound())->moduleData()->setName(name);
     }
     for (int i = 0; i < modules.size(); ++i) {
@@ -98,16 +98,17 @@ void tst_PropertyDialog::renameReachesOnlyLinkedExits()
     ivr::PropertyDialog *connected = open(w, 0);
     enter(connected, "cboCurrModule", "2");
     click(connected, "cmdOk");
-    QCOMPARE(exitOf(w, 0, "NextModule"), QStringLiteral("[2]"));
+    QCOMPARE(definitionOf(w, 0).value("NextModule").toString(), QStringLiteral("[2]"));
 
     ivr::PropertyDialog *dialog = open(w, 2);
     control<QLineEdit>(dialog, "txtModuleName")->setText(QStringLiteral("Welcome"));
     enter(dialog, "cboNext", "End Call");
     click(dialog, "cmdOk");
     QCOMPARE(module(w, 2)->Caption(), QStringLiteral("Welcome"));
-    QCOMPARE(exitOf(w, 0, "NextModule"), QStringLiteral("[Welcome]"));
-    QCOMPARE(exitOf(w, 3, "NextModule"), QStringLiteral("[2]")); // stale, no arrow: untouched
-    QCOMPARE(exitOf(w, 2, "NextModule"), QStringLiteral("[End Call]"));
+    QCOMPARE(definitionOf(w, 0).value("NextModule").toString(), QStringLiteral("[Welcome]"));
+    QCOMPARE(definitionOf(w, 3).value("NextModule").toString(),
+             QStringLiteral("[2]")); // stale, no arrow: untouched
+    QCOMPARE(definitionOf(w, 2).value("NextModule").toString(), QStringLiteral("[End Call]"));
     const qint16 arrow = w.DrawLine().LineMatrix(2, 1);
     QVERIFY(arrow > 1);
     QVERIFY(w.VorelDirection1().at(arrow)->isVisible());
