@@ -6,8 +6,6 @@
 
 using namespace dialogtesting;
 
-// Every module's dialog in a real script window, one table row per dialog or
-// field: layout, fields, edit marks and exits.
 namespace {
 
 // One field of a module's dialog: what it shows of the stored value, and
@@ -34,6 +32,8 @@ struct Layout
 Q_DECLARE_METATYPE(Field)
 Q_DECLARE_METATYPE(Layout)
 
+// Every module's dialog in a real script window, one table row per dialog or
+// field: layout, fields, edit marks and exits.
 class tst_ModuleDialogs : public QObject, private Fixture
 {
     Q_OBJECT
