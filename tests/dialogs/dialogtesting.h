@@ -8,6 +8,7 @@
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDoubleSpinBox>
@@ -69,14 +70,39 @@ inline void click(QWidget *dialog, const char *button)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-// The combo row showing that text, -1 if none.
-inline void choose(QWidget *dialog, const char *combo, const QString &text)
+inline QString cell(const char *text)
 {
-    auto *box = control<QComboBox>(dialog, combo);
-    box->setCurrentIndex(box->findText(text));
+    return QString(text);
+}
+template<typename T>
+const T &cell(const T &value)
+{
+    return value;
 }
 
-// Types text into a line or text box, or picks the combo row showing it.
+// A test row of any columns, text given as C strings; short enough for a
+// row to stay on one line.
+template<typename... Cells>
+void row(const char *fault, const Cells &...cells)
+{
+    (QTest::newRow(fault) << ... << cell(cells));
+}
+
+inline QStringList items(QComboBox *combo)
+{
+    QStringList texts;
+    for (int i = 0; i < combo->count(); ++i)
+        texts << combo->itemText(i);
+    return texts;
+}
+
+inline QStringList pairs(const QString &cell) // "a=1|b=2"
+{
+    return cell.isEmpty() ? QStringList() : cell.split('|');
+}
+
+// Types text into a box, sets a spin, sets a check or option by "true" or
+// "false" with a click, or picks the combo row showing the text.
 inline void enter(QWidget *dialog, const QString &name, const QString &value)
 {
     QWidget *c = control(dialog, qPrintable(name));
@@ -84,8 +110,25 @@ inline void enter(QWidget *dialog, const QString &name, const QString &value)
         line->setText(value);
     else if (auto *text = qobject_cast<QPlainTextEdit *>(c))
         text->setPlainText(value);
-    else
-        choose(dialog, qPrintable(name), value);
+    else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
+        spin->setValue(value.toDouble());
+    else if (auto *combo = qobject_cast<QComboBox *>(c))
+        combo->setCurrentIndex(combo->findText(value));
+    else if (auto *box = qobject_cast<QAbstractButton *>(c); box->isChecked() != (value == "true"))
+        box->click();
+}
+
+// What a control shows, in the terms enter() takes.
+inline QString shownIn(QWidget *dialog, const QString &name)
+{
+    QWidget *c = control(dialog, qPrintable(name));
+    if (auto *text = qobject_cast<QPlainTextEdit *>(c))
+        return text->toPlainText();
+    if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
+        return QString::number(spin->value());
+    if (auto *box = qobject_cast<QAbstractButton *>(c); box && box->isCheckable())
+        return box->isChecked() ? "true" : "false";
+    return c->property(qobject_cast<QComboBox *>(c) ? "currentText" : "text").toString();
 }
 
 // A change to one control, as the user makes it.
@@ -98,17 +141,17 @@ inline void edit(QWidget *c)
     else if (auto *spin = qobject_cast<QDoubleSpinBox *>(c))
         spin->setValue(spin->value() == 9 ? 8 : 9);
     else if (auto *combo = qobject_cast<QComboBox *>(c))
-        combo->setCurrentIndex(0);
+        combo->setCurrentIndex(combo->currentIndex() == 0 ? 1 : 0);
     else if (auto *tabs = qobject_cast<QTabWidget *>(c))
         tabs->setCurrentIndex(1);
     else if (auto *button = qobject_cast<QAbstractButton *>(c))
         button->click();
 }
 
-// Each "control=text" entered in turn.
-inline void fill(QWidget *dialog, const QStringList &pairs)
+// Each "control=text" of "a=1|b=2" entered in turn.
+inline void fill(QWidget *dialog, const QString &cell)
 {
-    for (const QString &pair : pairs)
+    for (const QString &pair : pairs(cell))
         enter(dialog, pair.section('=', 0, 0), pair.section('=', 1));
 }
 
@@ -117,9 +160,18 @@ inline VorelModule *module(frmScriptViewer &w, qint16 i)
     return w.cmVorelModule().at(i);
 }
 
-inline QString exitOf(frmScriptViewer &w, qint16 i, const char *key)
+inline ivr::Definition &definitionOf(frmScriptViewer &w, qint16 i)
 {
-    return module(w, i)->moduleData()->definition().Properties(key).Value().toString();
+    return module(w, i)->moduleData()->definition();
+}
+
+// A script with the dialog's module at 2 and two Play modules, "3" and "4",
+// to lead to.
+inline void addModules(frmScriptViewer &w, qint16 type)
+{
+    w.AddModule(type, 3000, 3000);
+    w.AddModule(3, 6000, 3000);
+    w.AddModule(3, 6000, 6000);
 }
 
 // The named stops met along the focus chain from the first of names, as many

@@ -19,10 +19,8 @@ class tst_ConnectionStringDialog : public QObject, private Fixture
 private slots:
     void init() { QVERIFY(setUp()); }
     void cleanup() { tearDown(); }
-    void buildsTestedString_data();
-    void buildsTestedString();
-    void refusesWhatIsNoDatabase_data();
-    void refusesWhatIsNoDatabase();
+    void testsAndBuildsString_data();
+    void testsAndBuildsString();
     void cancelKeepsBoxAndNextOpensEmpty();
 
 private:
@@ -74,90 +72,69 @@ QString tst_ConnectionStringDialog::makeDatabase()
     return path;
 }
 
-void tst_ConnectionStringDialog::buildsTestedString_data()
+void tst_ConnectionStringDialog::testsAndBuildsString_data()
 {
-    QTest::addColumn<QStringList>("parts"); // control=text; $DB is the database
-    QTest::addColumn<QString>("string");
-    QTest::newRow("sqlite-parts-lost")
-            << QStringList{"cboDriver=QSQLITE", "txtDatabase=$DB"} << "Driver=QSQLITE;Database=$DB";
-    QTest::newRow("parts-out-of-order")
-            << QStringList{"cboDriver=QSQLITE",
-                           "txtUser=ivr",
-                           "txtPassword=secret",
-                           "txtHost=localhost",
-                           "txtPort=5432",
-                           "txtDatabase=$DB"}
-            << "Driver=QSQLITE;Host=localhost;Port=5432;Database=$DB;User=ivr;Password=secret";
-    QTest::newRow("separators-in-value-unquoted")
-            << QStringList{"cboDriver=QSQLITE",
-                           "txtDatabase=$DB",
-                           "txtOptions=QSQLITE_BUSY_TIMEOUT=100;QSQLITE_ENABLE_REGEXP"}
-            << "Driver=QSQLITE;Database=$DB;Options=\"QSQLITE_BUSY_TIMEOUT=100;"
-               "QSQLITE_ENABLE_REGEXP\"";
-    QTest::newRow("quote-in-value-not-doubled")
-            << QStringList{"cboDriver=QSQLITE", "txtDatabase=$DB", "txtPassword=a\"b"}
-            << "Driver=QSQLITE;Database=$DB;Password=\"a\"\"b\"";
+    QTest::addColumn<QString>("parts");   // control=text|...; $DB is a real database
+    QTest::addColumn<QString>("string");  // "" when the test fails
+    QTest::addColumn<QByteArray>("held"); // plain.txt before and after, null when missing
+    const auto row = [](const char *fault, const char *parts, const char *string, QByteArray held) {
+        QTest::newRow(fault) << QString(parts) << QString(string) << held;
+    };
+    row("sqlite-parts-lost", "txtDatabase=$DB", "Driver=QSQLITE;Database=$DB", "x");
+    row("parts-out-of-order",
+        "txtUser=ivr|txtPassword=secret|txtHost=localhost|txtPort=5432|txtDatabase=$DB",
+        "Driver=QSQLITE;Host=localhost;Port=5432;Database=$DB;User=ivr;Password=secret",
+        "x");
+    row("separators-in-value-unquoted",
+        "txtDatabase=$DB|txtOptions=A=1;B",
+        "Driver=QSQLITE;Database=$DB;Options=\"A=1;B\"",
+        "x");
+    row("quote-in-value-not-doubled",
+        "txtDatabase=$DB|txtPassword=a\"b",
+        "Driver=QSQLITE;Database=$DB;Password=\"a\"\"b\"",
+        "x");
+    row("missing-file-created", "txtDatabase=$DIR/missing.db", "", "x");
+    row("file-under-a-file-created", "txtDatabase=$DIR/plain.txt/missing.db", "", "x");
+    row("text-file-taken-for-database", "txtDatabase=$DIR/plain.txt", "", "not a database\n");
 }
 
-void tst_ConnectionStringDialog::buildsTestedString()
+// A string is taken only after a test that succeeded; a failed test creates
+// or changes no file.
+void tst_ConnectionStringDialog::testsAndBuildsString()
 {
-    QFETCH(QStringList, parts);
+    QFETCH(QString, parts);
     QFETCH(QString, string);
-    const QString db = makeDatabase();
-    parts.replaceInStrings("$DB", db);
-    frmScriptViewer w;
-    ivr::PropertyDialog *query = openQuery(w, QStringLiteral("Driver=QODBC;Database=old"));
-    browse(query, [&](ivr::ConnectionStringDialog *dialog) {
-        QCOMPARE(control<QLineEdit>(dialog, "txtPassword")->echoMode(), QLineEdit::Password);
-        fill(dialog, parts);
-        click(dialog, "cmdTest");
-        QCOMPARE(m_messages->lastText(), QStringLiteral("Test connection succeeded."));
-        QCOMPARE(m_messages->messages().last().icon, QMessageBox::Information);
-        click(dialog, "cmdOk");
-    });
-    QCOMPARE(control<QLineEdit>(query, "txtConString")->text(), string.replace("$DB", db));
-    click(query, "cmdOk");
-    QVERIFY(w.Changed());
-    QCOMPARE(module(w, 2)->moduleData()->definition().ConnectionString(), string);
-}
-
-void tst_ConnectionStringDialog::refusesWhatIsNoDatabase_data()
-{
-    QTest::addColumn<QString>("file");    // under the test folder
-    QTest::addColumn<QByteArray>("held"); // what the file holds before, null for none
-    QTest::newRow("missing-file-created") << "missing.db" << QByteArray();
-    QTest::newRow("file-under-a-file-created") << "plain.txt/missing.db" << QByteArray();
-    QTest::newRow("text-file-taken-for-database") << "plain.txt" << QByteArray("not a database\n");
-}
-
-void tst_ConnectionStringDialog::refusesWhatIsNoDatabase()
-{
-    QFETCH(QString, file);
     QFETCH(QByteArray, held);
     QFile plain(m_folder->file("plain.txt"));
-    QVERIFY(plain.open(QIODevice::WriteOnly));
-    plain.write(held.isNull() ? QByteArray("x") : held);
+    QVERIFY(plain.open(QIODevice::WriteOnly) && plain.write(held) == held.size());
     plain.close();
-    const QString path = m_folder->file(file);
+    const QString db = makeDatabase();
+    parts.replace("$DB", db).replace("$DIR", QFileInfo(db).path());
+    string.replace("$DB", db);
     frmScriptViewer w;
     ivr::PropertyDialog *query = openQuery(w, QStringLiteral("kept"));
     browse(query, [&](ivr::ConnectionStringDialog *dialog) {
-        fill(dialog, {"cboDriver=QSQLITE", "txtDatabase=" + path});
-        QVERIFY(!dialog->testConnection());
-        QVERIFY(m_messages->lastText().startsWith("Test connection failed: "));
-        QCOMPARE(m_messages->messages().last().icon, QMessageBox::Critical);
-        click(dialog, "cmdCancel");
+        QCOMPARE(control<QLineEdit>(dialog, "txtPassword")->echoMode(), QLineEdit::Password);
+        fill(dialog, "cboDriver=QSQLITE|" + parts);
+        click(dialog, "cmdTest");
+        const ivr::MsgBox::Message said = m_messages->messages().last();
+        if (string.isEmpty()) {
+            QVERIFY(said.text.startsWith("Test connection failed: "));
+            QCOMPARE(said.icon, QMessageBox::Critical);
+            click(dialog, "cmdCancel");
+        } else {
+            QCOMPARE(said.text, QStringLiteral("Test connection succeeded."));
+            QCOMPARE(said.icon, QMessageBox::Information);
+            click(dialog, "cmdOk");
+        }
     });
-    if (held.isNull()) {
-        QVERIFY(!QFileInfo::exists(path));
-    } else {
-        QFile after(path);
-        QVERIFY(after.open(QIODevice::ReadOnly));
-        QCOMPARE(after.readAll(), held);
-    }
-    QCOMPARE(control<QLineEdit>(query, "txtConString")->text(), QStringLiteral("kept"));
+    QVERIFY(plain.open(QIODevice::ReadOnly));
+    QCOMPARE(plain.readAll(), held);
+    QVERIFY(!QFileInfo::exists(m_folder->file("missing.db")));
+    QCOMPARE(shownIn(query, "txtConString"), string.isEmpty() ? "kept" : string);
     click(query, "cmdOk");
-    QVERIFY(!w.Changed());
+    QCOMPARE(w.Changed(), !string.isEmpty());
+    QCOMPARE(definitionOf(w, 2).ConnectionString(), string.isEmpty() ? "kept" : string);
 }
 
 void tst_ConnectionStringDialog::cancelKeepsBoxAndNextOpensEmpty()
@@ -166,12 +143,9 @@ void tst_ConnectionStringDialog::cancelKeepsBoxAndNextOpensEmpty()
     ivr::PropertyDialog *query = openQuery(w, QStringLiteral("Driver=QSQLITE;Database=/a.db"));
     browse(query, [&](ivr::ConnectionStringDialog *dialog) {
         auto *driver = control<QComboBox>(dialog, "cboDriver");
-        QStringList offered;
-        for (int i = 0; i < driver->count(); ++i)
-            offered << driver->itemText(i);
-        QCOMPARE(offered, QSqlDatabase::drivers());
+        QCOMPARE(items(driver), QSqlDatabase::drivers());
         QVERIFY(!driver->isEditable());
-        fill(dialog, {"cboDriver=QSQLITE", "txtDatabase=/b.db", "txtUser=u"});
+        fill(dialog, "cboDriver=QSQLITE|txtDatabase=/b.db|txtUser=u");
         click(dialog, "cmdCancel");
     });
     browse(query, [&](ivr::ConnectionStringDialog *dialog) {
@@ -183,8 +157,7 @@ void tst_ConnectionStringDialog::cancelKeepsBoxAndNextOpensEmpty()
         QCOMPARE(dialog->ConnectionString(), QString());
         click(dialog, "cmdCancel");
     });
-    QCOMPARE(control<QLineEdit>(query, "txtConString")->text(),
-             QStringLiteral("Driver=QSQLITE;Database=/a.db"));
+    QCOMPARE(shownIn(query, "txtConString"), QStringLiteral("Driver=QSQLITE;Database=/a.db"));
     QSignalSpy completed(query, &ivr::PropertyDialog::CompleteEdit);
     click(query, "cmdOk");
     QCOMPARE(completed.first().at(1).toBool(), false);

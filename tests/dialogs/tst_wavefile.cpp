@@ -37,9 +37,9 @@ QStringList tableOf(const ivr::Definition &d)
 
 } // namespace
 
-// Select Wave Files: the script's spoken-number table, its odd edit rules,
-// audition through the test daemon's null sink, and the round trip through
-// a saved script.
+// Select Wave Files: the script's spoken-number table and its odd edit rules;
+// what it and a module's Play button sound through the test daemon's null
+// sink.
 class tst_WaveFile : public QObject, private Fixture
 {
     Q_OBJECT
@@ -61,7 +61,9 @@ private slots:
     void editsReachTheTable_data();
     void editsReachTheTable();
     void browseAsksThePicker();
-    void fillsPlaysSavesAndReopens();
+    void fillsAndPlays();
+    void playDialogSounds_data();
+    void playDialogSounds();
 
 private:
     void answerPicker(std::optional<QString> name)
@@ -86,30 +88,24 @@ private:
 
 void tst_WaveFile::work(QWidget *dialog, const QStringList &actions)
 {
-    const auto box = [dialog](const QString &which) {
-        return control<QLineEdit>(dialog,
-                                  which == "number"  ? "txtWaveFile"
-                                  : which == "month" ? "txtMonthFile"
-                                                     : "txtBeepFile");
-    };
+    // Each row's box, combo and browse button.
+    const QHash<QString, QStringList> rows{
+            {"number", {"txtWaveFile", "cboNumber", "cmdBrowse"}},
+            {"month", {"txtMonthFile", "cboMonth", "cmdBrowseMonth"}},
+            {"beep", {"txtBeepFile", "", "cmdBrowseBeep"}}};
     for (const QString &action : actions) {
-        const QString verb = action.section(':', 0, 0);
-        const QString arg = action.section(':', 1);
+        const QString verb = action.section(':', 0, 0), arg = action.section(':', 1);
+        const QStringList row = rows.value(verb.section('-', -1));
         if (verb == "number" || verb == "month") {
-            choose(dialog, verb == "number" ? "cboNumber" : "cboMonth", arg);
+            enter(dialog, row[1], arg);
         } else if (verb.startsWith("type-")) {
-            box(verb.mid(5))->setText(arg);
+            enter(dialog, row[0], arg);
         } else if (verb.startsWith("browse-")) {
             answerPicker(arg.isEmpty() ? std::nullopt : std::optional(arg));
-            const QString which = verb.mid(7);
-            control<QPushButton>(dialog,
-                                 which == "number"  ? "cmdBrowse"
-                                 : which == "month" ? "cmdBrowseMonth"
-                                                    : "cmdBrowseBeep")
-                    ->click();
+            control<QPushButton>(dialog, qPrintable(row[2]))->click();
         } else if (verb == "click-month") {
-            QTest::mouseClick(box("month"), Qt::LeftButton);
-        } else {
+            QTest::mouseClick(control(dialog, "txtMonthFile"), Qt::LeftButton);
+        } else { // the wave table goes only when its modal loop ends
             control<QPushButton>(dialog, verb == "ok" ? "cmdOk" : "cmdCancel")->click();
         }
     }
@@ -140,10 +136,8 @@ void tst_WaveFile::opensModalWithEmptySlots()
         enabled = w->isEnabled();
         auto *cboNumber = control<QComboBox>(dialog, "cboNumber");
         auto *cboMonth = control<QComboBox>(dialog, "cboMonth");
-        for (int i = 0; i < cboNumber->count(); ++i)
-            numbers << cboNumber->itemText(i);
-        for (int i = 0; i < cboMonth->count(); ++i)
-            months << cboMonth->itemText(i);
+        numbers = items(cboNumber);
+        months = items(cboMonth);
         selected = cboNumber->currentIndex() + cboMonth->currentIndex();
         beep = control<QLineEdit>(dialog, "txtBeepFile")->text();
         QVERIFY(control<QLineEdit>(dialog, "txtWaveFile")->text().isEmpty());
@@ -153,26 +147,20 @@ void tst_WaveFile::opensModalWithEmptySlots()
     QVERIFY(modal);
     QVERIFY(!enabled);
     QVERIFY(w->isEnabled());
-    QCOMPARE(numbers, QStringList({"Number 0",  "Number 1",  "Number 2",  "Number 3",  "Number 4",
-                                   "Number 5",  "Number 6",  "Number 7",  "Number 8",  "Number 9",
-                                   "Number 10", "Number 11", "Number 12", "Number 13", "Number 14",
-                                   "Number 15", "Number 16", "Number 17", "Number 18", "Number 19",
-                                   "Number 20", "Number 30", "Number 40", "Number 50", "Number 60",
-                                   "Number 70", "Number 80", "Number 90", "Hundred",   "Thousand",
-                                   "Million",   "Billion"}));
-    QCOMPARE(months,
-             QStringList({"Month 1",
-                          "Month 2",
-                          "Month 3",
-                          "Month 4",
-                          "Month 5",
-                          "Month 6",
-                          "Month 7",
-                          "Month 8",
-                          "Month 9",
-                          "Month 10",
-                          "Month 11",
-                          "Month 12"}));
+    QStringList names;
+    for (int i = 0; i <= 20; ++i)
+        names << QStringLiteral("Number %1").arg(i);
+    for (int tens = 30; tens <= 90; tens += 10)
+        names << QStringLiteral("Number %1").arg(tens);
+    QCOMPARE(numbers,
+             names << "Hundred"
+                   << "Thousand"
+                   << "Million"
+                   << "Billion");
+    names.clear();
+    for (int i = 1; i <= 12; ++i)
+        names << QStringLiteral("Month %1").arg(i);
+    QCOMPARE(months, names);
     QCOMPARE(selected, -2);
     QCOMPARE(beep, ivr::AppFolder::path() + QStringLiteral("/Greeting/beep.wav"));
 }
@@ -181,20 +169,13 @@ void tst_WaveFile::slotShowsItsEntry_data()
 {
     QTest::addColumn<QString>("choice");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("number-0-is-slot-0") << "number:Number 0"
-                                        << "/n/0.wav";
-    QTest::newRow("number-20-is-slot-20") << "number:Number 20"
-                                          << "/n/20.wav";
-    QTest::newRow("number-30-is-slot-21") << "number:Number 30"
-                                          << "/n/21.wav";
-    QTest::newRow("hundred-is-slot-28") << "number:Hundred"
-                                        << "/n/28.wav";
-    QTest::newRow("billion-is-slot-31") << "number:Billion"
-                                        << "/n/31.wav";
-    QTest::newRow("month-1-is-slot-0") << "month:Month 1"
-                                       << "/m/0.wav";
-    QTest::newRow("month-12-is-slot-11") << "month:Month 12"
-                                         << "/m/11.wav";
+    row("number-0-is-slot-0", "number:Number 0", "/n/0.wav");
+    row("number-20-is-slot-20", "number:Number 20", "/n/20.wav");
+    row("number-30-is-slot-21", "number:Number 30", "/n/21.wav");
+    row("hundred-is-slot-28", "number:Hundred", "/n/28.wav");
+    row("billion-is-slot-31", "number:Billion", "/n/31.wav");
+    row("month-1-is-slot-0", "month:Month 1", "/m/0.wav");
+    row("month-12-is-slot-11", "month:Month 12", "/m/11.wav");
 }
 
 void tst_WaveFile::slotShowsItsEntry()
@@ -218,67 +199,45 @@ void tst_WaveFile::slotShowsItsEntry()
 
 void tst_WaveFile::editsReachTheTable_data()
 {
-    QTest::addColumn<QStringList>("actions");
-    QTest::addColumn<QStringList>("changes"); // "slot=path", months after the 32 numbers, beep 44
+    QTest::addColumn<QString>("actions"); // split by ","
+    QTest::addColumn<QString>("changes"); // "slot=path|...", months after the 32 numbers, beep 44
     QTest::addColumn<bool>("edited");
-    QTest::newRow("typed-paths-lost-without-browse") << QStringList{"number:Number 5",
-                                                                    "type-number:/new/5.wav",
-                                                                    "month:Month 2",
-                                                                    "type-month:/new/m2.wav",
-                                                                    "click-month",
-                                                                    "type-beep:/new/beep.wav",
-                                                                    "ok"}
-                                                     << QStringList{} << false;
-    QTest::newRow("typed-number-written-after-any-browse")
-            << QStringList{"number:Number 5",
-                           "type-number:/new/5.wav",
-                           "browse-beep:/new/beep.wav",
-                           "ok"}
-            << QStringList{"5=/new/5.wav", "44=/new/beep.wav"} << true;
-    QTest::newRow("number-browse-fills-its-slot")
-            << QStringList{"number:Hundred", "browse-number:/new/100.wav", "ok"}
-            << QStringList{"28=/new/100.wav"} << true;
-    QTest::newRow("number-browse-cancel-empties-slot")
-            << QStringList{"number:Number 7", "browse-number:", "ok"} << QStringList{"7="} << true;
-    QTest::newRow("browse-without-slot-stores-nothing") << QStringList{"browse-number:/new/x.wav",
-                                                                       "browse-month:/new/y.wav",
-                                                                       "click-month",
-                                                                       "ok"}
-                                                        << QStringList{} << true;
-    QTest::newRow("month-browse-lost-without-click")
-            << QStringList{"month:Month 3", "browse-month:/new/m3.wav", "ok"} << QStringList{}
-            << true;
-    QTest::newRow("month-browse-kept-after-click")
-            << QStringList{"month:Month 3", "browse-month:/new/m3.wav", "click-month", "ok"}
-            << QStringList{"34=/new/m3.wav"} << true;
-    QTest::newRow("other-month-first-discards-browse") << QStringList{"month:Month 3",
-                                                                      "browse-month:/new/m3.wav",
-                                                                      "month:Month 4",
-                                                                      "click-month",
-                                                                      "ok"}
-                                                       << QStringList{} << true;
-    QTest::newRow("month-cancel-then-typed-kept-on-click")
-            << QStringList{"month:Month 1",
-                           "browse-month:",
-                           "type-month: /typed/m1.wav",
-                           "click-month",
-                           "ok"}
-            << QStringList{"32= /typed/m1.wav"} << true;
-    QTest::newRow("beep-written-trimmed")
-            << QStringList{"type-beep:  /new/beep.wav ", "browse-number:", "ok"}
-            << QStringList{"44=/new/beep.wav"} << true;
-    QTest::newRow("beep-cancel-takes-pickers-last-name")
-            << QStringList{"browse-number:/new/x.wav", "browse-beep:", "ok"}
-            << QStringList{"44=/new/x.wav"} << true;
-    QTest::newRow("cancel-writes-nothing")
-            << QStringList{"number:Number 1", "browse-number:/new/1.wav", "cancel"} << QStringList{}
-            << false;
+    row("typed-paths-lost-without-browse",
+        "number:Number 5,type-number:/5,month:Month 2,type-month:/m2,click-month,type-beep:/b,ok",
+        "",
+        false);
+    row("typed-number-written-after-any-browse",
+        "number:Number 5,type-number:/5,browse-beep:/b,ok",
+        "5=/5|44=/b",
+        true);
+    row("number-browse-fills-its-slot", "number:Hundred,browse-number:/100,ok", "28=/100", true);
+    row("number-browse-cancel-empties-slot", "number:Number 7,browse-number:,ok", "7=", true);
+    row("browse-without-slot-stores-nothing",
+        "browse-number:/x,browse-month:/y,click-month,ok",
+        "",
+        true);
+    row("month-browse-lost-without-click", "month:Month 3,browse-month:/m3,ok", "", true);
+    row("month-browse-kept-after-click",
+        "month:Month 3,browse-month:/m3,click-month,ok",
+        "34=/m3",
+        true);
+    row("other-month-first-discards-browse",
+        "month:Month 3,browse-month:/m3,month:Month 4,click-month,ok",
+        "",
+        true);
+    row("month-cancel-then-typed-kept-on-click",
+        "month:Month 1,browse-month:,type-month: /m1,click-month,ok",
+        "32= /m1",
+        true);
+    row("beep-written-trimmed", "type-beep:  /b ,browse-number:,ok", "44=/b", true);
+    row("beep-cancel-takes-pickers-last-name", "browse-number:/x,browse-beep:,ok", "44=/x", true);
+    row("cancel-writes-nothing", "number:Number 1,browse-number:/1,cancel", "", false);
 }
 
 void tst_WaveFile::editsReachTheTable()
 {
-    QFETCH(QStringList, actions);
-    QFETCH(QStringList, changes);
+    QFETCH(QString, actions);
+    QFETCH(QString, changes);
     QFETCH(bool, edited);
     for (int i = 0; i < ivr::Definition::FileNameSlots; ++i)
         common().setFileName(i, QStringLiteral("/old/n%1.wav").arg(i));
@@ -286,14 +245,14 @@ void tst_WaveFile::editsReachTheTable()
         common().setMonthFile(i, QStringLiteral("/old/m%1.wav").arg(i));
     common().setBeepFileName(QStringLiteral("/old/beep.wav"));
     QStringList expected = tableOf(common());
-    for (const QString &change : changes)
+    for (const QString &change : pairs(changes))
         expected[change.section('=', 0, 0).toInt()] = change.section('=', 1);
     QList<bool> completed;
     QVERIFY(withWaveFiles([&](ivr::PropertyDialog *dialog) {
         connect(dialog, &ivr::PropertyDialog::CompleteEdit, [&](qint16, bool e) {
             completed << e;
         });
-        work(dialog, actions);
+        work(dialog, actions.split(','));
     }));
     QCOMPARE(completed, QList<bool>{edited});
     QCOMPARE(tableOf(common()), expected);
@@ -319,7 +278,7 @@ void tst_WaveFile::browseAsksThePicker()
                           "Select Wav File" + wav + "|81000"}));
 }
 
-void tst_WaveFile::fillsPlaysSavesAndReopens()
+void tst_WaveFile::fillsAndPlays()
 {
     QVERIFY2(qEnvironmentVariableIsSet("PULSE_SERVER"), "run through ctest: needs the test daemon");
     const QStringList numbers = numberPrompts();
@@ -330,7 +289,6 @@ void tst_WaveFile::fillsPlaysSavesAndReopens()
     for (const QString &file : numbers + months + QStringList{beep})
         QVERIFY2(QFileInfo::exists(file), qPrintable(file));
 
-    frmScriptViewer *w = activeViewer();
     bool numberHeard = false, monthHeard = false;
     QVERIFY(withWaveFiles([&](ivr::PropertyDialog *dialog) {
         // Play takes the box as it stands, trimmed, whatever the slot.
@@ -354,23 +312,39 @@ void tst_WaveFile::fillsPlaysSavesAndReopens()
     QVERIFY(numberHeard);
     QVERIFY(monthHeard);
     QCOMPARE(m_messages->lastText(), QStringLiteral("File Not Found "));
-    const QStringList table = numbers + months + QStringList{beep};
-    QCOMPARE(tableOf(common()), table);
+    QCOMPARE(tableOf(common()), numbers + months + QStringList{beep});
+}
 
-    const QString path = m_folder->file("numbers.ivr");
-    w->setFileName(path);
-    QVERIFY(w->SaveScript(false));
-    frmScriptViewer *reopened = frmAppMain::existing()->NewScriptWindow();
-    reopened->OpenScript(path);
-    QCOMPARE(tableOf(reopened->CommonModule()->definition()), table);
-    QCOMPARE(activeViewer(), reopened);
-    QStringList shown;
-    QVERIFY(withWaveFiles([&](ivr::PropertyDialog *dialog) {
-        work(dialog, {"number:Hundred", "month:Month 12"});
-        for (const char *box : {"txtWaveFile", "txtMonthFile", "txtBeepFile"})
-            shown << control<QLineEdit>(dialog, box)->text();
-    }));
-    QCOMPARE(shown, QStringList({numbers.at(28), months.at(11), beep}));
+void tst_WaveFile::playDialogSounds_data()
+{
+    QTest::addColumn<bool>("spoken");
+    QTest::addColumn<QString>("wave");
+    QTest::addColumn<QString>("said");
+    row("speaks-the-text", true, "", "");
+    row("plays-the-wave-trimmed", false, qPrintable("  " + Sounds + "beep.wav "), "");
+    row("missing-wave-said", false, "/no/such.wav", "File Not Found ");
+}
+
+// The Play button of a module's dialog sounds what its boxes hold, and ends
+// and edits nothing.
+void tst_WaveFile::playDialogSounds()
+{
+    QFETCH(bool, spoken);
+    QFETCH(QString, wave);
+    QFETCH(QString, said);
+    QVERIFY2(qEnvironmentVariableIsSet("PULSE_SERVER"), "run through ctest: needs the test daemon");
+    frmScriptViewer *w = activeViewer();
+    w->AddModule(3, 3000, 3000);
+    ivr::Definition &d = module(*w, 2)->moduleData()->definition();
+    d.setisTextMsg(spoken);
+    d.setTextToPlay(QStringLiteral("Press one for billing."));
+    d.setFileName(wave);
+    ivr::PropertyDialog *dialog = open(*w, 2);
+    QCOMPARE(heard(dialog, "cmdPlay"), said.isEmpty());
+    QCOMPARE(m_messages->lastText(), said);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!dialog->Edited());
+    click(dialog, "cmdCancel");
 }
 
 QTEST_MAIN(tst_WaveFile)
