@@ -1,10 +1,8 @@
 #pragma once
 
-#include "commondialog.h"
 #include "frmscriptviewer.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
 #include "propertydialog.h"
+#include "testfixture.h"
 #include "voreldirection.h"
 #include "vorelmodule.h"
 
@@ -24,26 +22,7 @@
 // their names, as a user does.
 namespace dialogtesting {
 
-// Each test function's own program folder and message boxes; no file answer
-// is left over for the next one.
-struct Fixture
-{
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
-
-    bool setUp()
-    {
-        m_folder = std::make_unique<ProgramFolder>();
-        m_messages = std::make_unique<MessageRecorder>();
-        return m_folder->isValid();
-    }
-    void tearDown()
-    {
-        ivr::CommonDialog::clearTestAnswer();
-        m_messages.reset();
-        m_folder.reset();
-    }
-};
+using Fixture = TestFixture;
 
 inline ivr::PropertyDialog *open(frmScriptViewer &w, qint16 index)
 {

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "commondialog.h"
 #include "frmscriptviewer.h"
-#include "messagerecorder.h"
-#include "programfolder.h"
+#include "testfixture.h"
 #include "vorelmodule.h"
 
 #include <QFile>
@@ -49,24 +47,6 @@ inline QHash<QString, qint16> indices(frmScriptViewer &w)
     return result;
 }
 
-// Mixed into each test class, whose init and cleanup call it.
-struct Fixture
-{
-    bool setUp()
-    {
-        m_folder = std::make_unique<ProgramFolder>();
-        m_messages = std::make_unique<MessageRecorder>();
-        return m_folder->isValid();
-    }
-    void tearDown()
-    {
-        ivr::CommonDialog::clearTestAnswer();
-        m_messages.reset();
-        m_folder.reset();
-    }
-
-    std::unique_ptr<ProgramFolder> m_folder;
-    std::unique_ptr<MessageRecorder> m_messages;
-};
+using Fixture = TestFixture;
 
 } // namespace swt
