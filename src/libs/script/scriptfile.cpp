@@ -164,8 +164,9 @@ void appendModule(QByteArray &out, const ModuleData &module)
 
 // The document is written module by module rather than built whole: one
 // QJsonArray holding every module costs three times the writing itself on a
-// large script. The output is the same indented JSON. Keys this version does
-// not know follow the known ones at each level.
+// large script. The output is the same indented JSON. Top-level keys this
+// version does not know follow the modules; inside a module they stand in
+// Qt's order among the known ones.
 QByteArray serialise(const ModuleList &list)
 {
     QByteArray out;
