@@ -24,10 +24,6 @@ public:
     explicit ArrowLayer(QWidget *canvas);
     ~ArrowLayer() override;
 
-    QWidget *canvas() const { return m_canvas; }
-    // A shown arrow whose stroke takes a click at that canvas pixel, or none.
-    VorelDirection *arrowAt(QPoint pos) const;
-
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -37,6 +33,8 @@ private:
     void detach(VorelDirection *arrow);
     void repaint(const QRect &box);
     void paint(QPainter &painter, const QRect &exposed) const;
+    // A shown arrow whose stroke takes a click at that canvas pixel, or none.
+    VorelDirection *arrowAt(QPoint pos) const;
 
     QPointer<QWidget> m_canvas;
     // Unordered: a detached arrow's place is taken by the last one.

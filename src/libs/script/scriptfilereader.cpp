@@ -140,14 +140,17 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
     QJsonValue name(QJsonValue::Undefined);
     QJsonValue type(QJsonValue::Undefined);
     QJsonValue definitionValue(QJsonValue::Undefined);
+    qsizetype known = 0;
     for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
         const QString key = it.key();
-        if (key == u"definition")
-            definitionValue = it.value();
-        else if (key == u"name")
-            name = it.value();
-        else if (key == u"type")
-            type = it.value();
+        QJsonValue *slot = key == u"definition" ? &definitionValue
+                           : key == u"name"     ? &name
+                           : key == u"type"     ? &type
+                                                : nullptr;
+        if (slot) {
+            *slot = it.value();
+            ++known;
+        }
     }
     if (!name.isString()) {
         fail(QStringLiteral("module %1 has no name, or its name is not a text").arg(number));
@@ -174,9 +177,7 @@ ModuleDataPtr ScriptFileReader::readModule(int number, const QJsonValue &entry)
     auto module = std::make_shared<ModuleData>();
     module->setModuleType(int(type.toInteger()));
     module->setName(m_moduleName);
-    // Name and type are there, or the module was refused above.
-    const qsizetype present = definitionValue.isUndefined() ? 2 : 3;
-    module->setUnknownKeys(otherKeys(object, present, {u"name", u"type", u"definition"}));
+    module->setUnknownKeys(otherKeys(object, known, {u"name", u"type", u"definition"}));
     Definition &d = module->definition();
     const bool common = module->ModuleType() == ModuleData::CommonModuleType;
     if (common && !readCommonMembers(stored, d))
